@@ -1,0 +1,199 @@
+// The send pipeline and the result list, measured against a floor taken in
+// the same run.
+//
+// Pipeline: a page sends to 10,000 devices on the manual clock, the simulated
+// terminals answer at once, every reply becomes a row. Floor: jsoncpp alone
+// building and writing the same request and parsing the same reply. Both are
+// process CPU time (the network threads count), per request.
+// Result list: rows added at the top of a list of 1,000 and of 100,000 rows.
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <json/json.h>
+
+#include "command/base_dlg.h"
+#include "command/ids.h"
+#include "host/ref/hostref.h"
+#include "host/ref/run/settle.h"
+#include "lang/language.h"
+#include "platform/clock.h"
+#include "platform/dialog.h"
+#include "platform/loop.h"
+#include "ui/xlist_ctrl.h"
+
+namespace {
+
+constexpr int kDevices = 10000;
+constexpr int kTemplate = 9101;
+constexpr int kResultColumns = 8;
+constexpr const char* kReply = R"({"Error":0,"result":0})";
+constexpr const char* kText = "Depot closes at 18:00";
+
+const plat::DialogTemplate kBenchTemplate{kTemplate, "bench", {400, 200}, {{ctl::Set, plat::ControlKind::PushButton, ""}}};
+const plat::templates::Registration kRegistration{kBenchTemplate};
+
+class BenchPage : public CBaseDlg {
+ public:
+  BenchPage() : CBaseDlg(kTemplate) {}
+  void EnableParamControls(BOOL) override {}
+  Json::Value& GetParam(Json::Value& param) override {
+    param["Flag"] = 12;
+    param["TextType"] = 1;
+    param["TextInfo"] = kText;
+    return param;
+  }
+};
+
+class BenchHost : public plat::Window {
+ public:
+  BenchHost() {
+    Create(nullptr, 0, "bench", RECT{0, 0, 900, 800});
+    list.Create(this, 4399, "", RECT{0, 400, 900, 800});
+    for (int c = 0; c < kResultColumns; ++c) list.InsertColumn(c, std::to_string(c), 80);
+  }
+  CXListCtrl list;
+};
+
+struct World {
+  plat::ManualClock clock;
+  std::vector<int> devices;
+  World() {
+    plat::MessageLoop::Instance().SetClock(&clock);
+    hostref::OpenDataDir("");
+    hostref::SetLogDir("");
+    CLanguage::Instance().SetPath(FC_DATA_DIR "/lang/en.ini");
+    hostref::LoadFleet(R"({"rights":"all","vehicles":[]})");
+    devices = hostref::AddGeneratedDevices(kDevices, 100001);
+  }
+};
+
+World& TheWorld() {
+  static World world;
+  return world;
+}
+
+void BM_Floor(benchmark::State& state) {
+  Json::StreamWriterBuilder builder;
+  builder["indentation"] = "";
+  builder["emitUTF8"] = true;
+  std::unique_ptr<Json::StreamWriter> writer(builder.newStreamWriter());
+  Json::CharReaderBuilder readerBuilder;
+  std::unique_ptr<Json::CharReader> reader(readerBuilder.newCharReader());
+  const std::string replyText = kReply;
+  for (auto _ : state) {
+    for (int i = 0; i < kDevices; ++i) {
+      Json::Value param;
+      param["Flag"] = 12;
+      param["TextType"] = 1;
+      param["TextInfo"] = kText;
+      std::ostringstream paramOut;
+      writer->write(param, &paramOut);
+      Json::Value envelope;
+      envelope["Session"] = "0123456789abcdef0123456789abcdef";
+      envelope["DevIDNO"] = std::to_string(100001 + i);
+      envelope["Command"] = 0x8300;
+      std::ostringstream envelopeOut;
+      writer->write(envelope, &envelopeOut);
+      Json::Value reply;
+      std::string errors;
+      reader->parse(replyText.data(), replyText.data() + replyText.size(), &reply, &errors);
+      benchmark::DoNotOptimize(reply["Error"].asInt() + reply["result"].asInt());
+      benchmark::DoNotOptimize(paramOut.str().size() + envelopeOut.str().size());
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * kDevices);
+}
+
+void BM_Pipeline(benchmark::State& state) {
+  World& world = TheWorld();
+  for (auto _ : state) {
+    state.PauseTiming();
+    BenchHost host;
+    auto page = std::make_unique<BenchPage>();
+    page->CreateDlg(&host);
+    page->ResultList = &host.list;
+    page->PickerMode = TRUE;
+    hostref::SetPickerAnswer(world.devices);
+    hostref::net::ClearSent();
+    hostref::ClearLog();
+    state.ResumeTiming();
+
+    page->StartSend(0x8300);
+    hostref::RunUntilSettled(60 * 60 * 1000);
+
+    state.PauseTiming();
+    if (host.list.GetItemCount() != kDevices) state.SkipWithError("not every device answered");
+    page.reset();
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * kDevices);
+}
+
+// Rows added at the top of a list that grows to state.range(0) rows.
+void BM_ResultRows(benchmark::State& state) {
+  TheWorld();
+  const int rows = static_cast<int>(state.range(0));
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto host = std::make_unique<BenchHost>();
+    BenchPage page;
+    page.CreateDlg(host.get());
+    page.ResultList = &host->list;
+    CommandRequest request;
+    request.SetDevIdno("100001");
+    state.ResumeTiming();
+    for (int i = 0; i < rows; ++i) page.AddResultRow(request);
+    state.PauseTiming();
+    page.DestroyWindow();
+    host.reset();
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * rows);
+}
+
+BENCHMARK(BM_Floor)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(0.5);
+BENCHMARK(BM_Pipeline)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
+BENCHMARK(BM_ResultRows)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.5);
+
+// Collects the per-item CPU time of each run, for the summary lines.
+class SummaryReporter : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      auto items = run.counters.find("items_per_second");
+      if (items == run.counters.end() || items->second.value <= 0) continue;
+      perItemUs[run.benchmark_name()] = 1e6 / items->second.value;
+    }
+  }
+  std::map<std::string, double> perItemUs;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  SummaryReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  auto get = [&](const std::string& name) {
+    auto it = reporter.perItemUs.find(name);
+    return it == reporter.perItemUs.end() ? 0.0 : it->second;
+  };
+  const double floor = get("BM_Floor"), pipeline = get("BM_Pipeline");
+  const double rows1k = get("BM_ResultRows/1000"), rows100k = get("BM_ResultRows/100000");
+  if (floor > 0 && pipeline > 0) {
+    std::printf("pipeline: %.2f CPU us/request, floor %.2f us/request, ratio %.2f (target <= 4)\n", pipeline, floor,
+                pipeline / floor);
+  }
+  if (rows1k > 0 && rows100k > 0) {
+    std::printf("result rows: %.3f us/row at 1k, %.3f us/row at 100k, ratio %.2f (target <= 1.5)\n", rows1k, rows100k,
+                rows100k / rows1k);
+  }
+  benchmark::Shutdown();
+  return 0;
+}

@@ -1,0 +1,228 @@
+// CBaseDlg: targets, queue, pacing timers, request envelope and channels.
+#include "command/base_dlg.h"
+
+#include "command/ids.h"
+#include "command/plugin_log.h"
+#include "host/hostcore.h"
+#include "host/hostnet.h"
+#include "lang/language.h"
+#include "platform/loop.h"
+#include "text/json.h"
+
+CBaseDlg::CBaseDlg(int templateId)
+    : CDlgChildBase(templateId), setTextId(txtid::Set), getTextId(txtid::Get), cancelTextId(txtid::Cancel) {}
+
+CBaseDlg::~CBaseDlg() {
+  // The page's own OnDestroy must run while the page is still whole.
+  DestroyWindow();
+}
+
+const DeviceCaps& CBaseDlg::Caps() const { return ownCaps_.ownDevId != 0 ? ownCaps_ : SharedDeviceCaps(); }
+
+BOOL CBaseDlg::OnInitDialog() {
+  CDlgChildBase::OnInitDialog();
+  OnInitPage();
+  RestoreInputs();
+  return TRUE;
+}
+
+void CBaseDlg::EnableSendControls(BOOL enable) {
+  for (int id : {ctl::Set, ctl::Get, ctl::Cancel}) EnableItem(id, enable != FALSE);
+  if (GetParent()) GetParent()->SendMessage(msg::SendControlsChanged, 0, 0);
+  EnableParamControls(enable);
+}
+
+void CBaseDlg::HideSendButtons() {
+  for (int id : {ctl::Set, ctl::Get, ctl::Cancel}) ShowItem(id, false);
+}
+
+void CBaseDlg::AttachToHost() {
+  ApplyClientOptions();
+  if (ProtocolUpdatePending) {
+    UpdateProtocolControls();
+    ProtocolUpdatePending = FALSE;
+  }
+  if (FunctionType != -1) return;
+  SetItemText(ctl::Cancel, LanguageText(cancelTextId));
+  SetItemText(ctl::Set, LanguageText(setTextId));
+  SetItemText(ctl::Get, LanguageText(getTextId));
+}
+
+void CBaseDlg::StartSend(int32_t commandType) {
+  if (!CheckParam()) return;
+  if (!SelectTargets()) return;
+  {
+    CAutoLock guard(lock);
+    if (TargetQueue.empty()) {
+      ShowMsgTipEx(LanguageText(txtid::NoTargetDevice), "", 0);
+      return;
+    }
+  }
+  SaveInputs();
+  EnableSendControls(FALSE);
+  CommandType = commandType;
+  if (!BatchMode) {
+    Json::Value param;
+    sharedParam = GetParam(param);
+  }
+  SetTimer(timer::Send, kFirstSendDelayMs);
+}
+
+BOOL CBaseDlg::SelectTargets() {
+  if (PickerMode) return SelectTargetsWithPicker();
+  const DeviceCaps& shared = SharedDeviceCaps();
+  if (shared.sharedDevId != 0) {
+    AppendDevice(shared.sharedDevId);
+  } else {
+    CAutoLock guard(lock);
+    CollectTargets(TargetQueue);
+  }
+  return TRUE;
+}
+
+void CBaseDlg::AppendDevice(int devId) {
+  CDevFunc device = CVehicleBaseMgr::FindDvsDeviceByID(devId);
+  if (!device.IsValid()) return;
+  CAutoLock guard(lock);
+  TargetQueue.emplace_back(device.GetDevIDNOForChar());
+}
+
+size_t CBaseDlg::OutstandingCount() {
+  CAutoLock guard(lock);
+  return RequestTable.size();
+}
+
+size_t CBaseDlg::QueuedCount() {
+  CAutoLock guard(lock);
+  return TargetQueue.size();
+}
+
+bool CBaseDlg::IsSending() {
+  CAutoLock guard(lock);
+  return !TargetQueue.empty() || !RequestTable.empty() || plat::MessageLoop::Instance().HasTimer(GetSafeHwnd(), timer::Send) ||
+         plat::MessageLoop::Instance().HasTimer(GetSafeHwnd(), timer::Done);
+}
+
+void CBaseDlg::OnTimer(UINT_PTR id) {
+  if (id == timer::Send) {
+    SendTimer();
+  } else if (id == timer::Done) {
+    DoneTimer();
+  }
+}
+
+void CBaseDlg::SendTimer() {
+  KillTimer(timer::Send);
+  CAutoLock guard(lock);
+  if (RequestTable.size() >= kMaxOutstanding) {
+    SetTimer(timer::Send, kSendPeriodMs);
+    return;
+  }
+  if (!TargetQueue.empty()) {
+    while (RequestTable.size() < kMaxOutstanding && SendNext()) {
+    }
+    if (BatchMode) UpdateBatchProgress();
+  }
+  if (TargetQueue.empty()) {
+    SetTimer(timer::Done, kDonePeriodMs);
+  } else {
+    SetTimer(timer::Send, kSendPeriodMs);
+  }
+}
+
+void CBaseDlg::DoneTimer() {
+  KillTimer(timer::Done);
+  bool done = false;
+  {
+    CAutoLock guard(lock);
+    done = TargetQueue.empty() && RequestTable.empty();
+    if (!done) SetTimer(timer::Done, kDonePeriodMs);
+  }
+  if (done) EnableSendControls(TRUE);
+}
+
+BOOL CBaseDlg::SendNext() {
+  CAutoLock guard(lock);
+  if (TargetQueue.empty()) return FALSE;
+  const std::string devIdno = TargetQueue.front();
+  auto* request = new CommandRequest;
+  request->SetDevIdno(devIdno);
+  request->owner = this;
+
+  std::string paramText;
+  if (BatchMode) {
+    Json::Value param;
+    paramText = txt::WriteCompactJson(GetParam(param));
+  } else {
+    paramText = txt::WriteCompactJson(sharedParam);
+  }
+  if (paramText == "null") paramText.clear();
+
+  if (BatchMode) {
+    request->itemIndex = batchPosition;
+    request->itemCount = batchStep;
+    batchPosition += batchStep;
+  }
+  if (!BatchMode || batchPosition >= batchTotal) {
+    TargetQueue.pop_front();
+    batchPosition = 0;
+  }
+
+  char session[kSessionChars + 1] = {};
+  NETCLIENT_GetSession(session, kSessionChars);
+  Json::Value envelope(Json::objectValue);
+  envelope["Session"] = session;
+  envelope["DevIDNO"] = devIdno;
+  envelope["Command"] = CommandType;
+  const std::string envelopeText = txt::WriteCompactJson(envelope);
+
+  PluginLog().WriteStrInfoEx(1, "CBaseDlg::SendInfoToDev Type:0x%04X Param:%s", static_cast<unsigned>(CommandType),
+                             paramText.c_str());
+
+  NETCLIENT_MNOpenNormalCmd(&request->handle, request->devIdno, envelopeText.c_str(), paramText.c_str());
+  int started = -1;
+  if (request->handle != 0) {
+    NETCLIENT_MNSetNormalCmdCB(request->handle, request, &CBaseDlg::FUNSetupMsgCB);
+    started = NETCLIENT_MNStartNormalCmd(request->handle);
+  }
+  // A reply that comes back at once waits for the lock held here, so the
+  // request is in the table before its callback looks for it.
+  if (request->handle != 0 && started == 0) {
+    RequestTable.insert(request);
+    return TRUE;
+  }
+  // No callback was scheduled for a channel that did not start; release it.
+  CloseChannel(request);
+  delete request;
+  return FALSE;
+}
+
+void CBaseDlg::CloseChannel(CommandRequest* request) {
+  if (request->handle == 0) return;
+  NETCLIENT_MNStopNormalCmd(request->handle);
+  NETCLIENT_MNCloseNormalCmd(request->handle);
+  request->handle = 0;
+}
+
+void CBaseDlg::OnDestroy() {
+  KillTimer(timer::Send);
+  KillTimer(timer::Done);
+  StopAll();
+  CDlgChildBase::OnDestroy();
+}
+
+void CBaseDlg::StopAll() {
+  std::set<CommandRequest*> open;
+  {
+    CAutoLock guard(lock);
+    ResultList = nullptr;
+    open.swap(RequestTable);
+  }
+  // Stopping waits for a callback that is running now; that callback may be
+  // waiting for the page lock, so the lock is released first. Having left the
+  // table, the requests are ignored by any callback that still gets the lock.
+  for (CommandRequest* request : open) {
+    CloseChannel(request);
+    delete request;
+  }
+}

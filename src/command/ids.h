@@ -1,0 +1,51 @@
+// Message numbers, control ids, timer ids and language ids shared by the
+// command base, the hosting windows and the pages.
+#pragma once
+
+#include "platform/wintypes.h"
+
+// Window messages inside the plug-in and to the host.
+namespace msg {
+enum : UINT {
+  Reply = 1282,                // network reply posted to a page (wParam: the request)
+  SendControlsChanged = 1283,  // page to parent: its send buttons changed state
+  ClosePage = 12544,           // page to parent: close me
+  HostForward13318 = 13318,    // page to hosting window, passed on to the host
+  HostQuery13319 = 13319,
+  HostForward13330 = 13330,
+  HostForward13335 = 13335,
+  FunctionChosen = 13336,      // tree to function page; function page to host
+  HostForward13337 = 13337,
+  HostForward13338 = 13338,
+  PointQueryAnswer = 13339,    // point-query page to host
+};
+}  // namespace msg
+
+// Buttons every page and hosting window shares.
+namespace ctl {
+enum : int {
+  Get = 1600,
+  Set = 1601,
+  Cancel = 1602,   // on a page: cancel; in the function page window: batch set
+  BatchGet = 1603,
+};
+}  // namespace ctl
+
+namespace timer {
+enum : UINT_PTR {
+  Send = 6700,  // sends the next round of requests
+  Done = 6701,  // waits for the last reply
+};
+}  // namespace timer
+
+// Language ids of the texts the command base shows.
+namespace txtid {
+enum : int {
+  Cancel = 11003,
+  Set = 11004,
+  SetSucceeded = 11008,
+  GetSucceeded = 11011,
+  Get = 13312,
+  NoTargetDevice = 12812,
+};
+}  // namespace txtid

@@ -1,0 +1,147 @@
+// hostcore: the host's vehicle, configuration, rights, formatting, tip, local
+// store and device-picker services, as the plug-in calls them. Every text is
+// UTF-8. A deployment swaps the library behind this header for the host's own.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/wintypes.h"
+
+namespace hostcore_detail {
+struct DeviceRecord;
+struct VehicleRecord;
+}  // namespace hostcore_detail
+
+// One device of the fleet; a default-constructed one is invalid.
+class CDevFunc {
+ public:
+  CDevFunc() = default;
+  explicit CDevFunc(const hostcore_detail::DeviceRecord* record) : record_(record) {}
+  BOOL IsValid() const { return record_ != nullptr; }
+  // The device number (IDNO); "" for an invalid device.
+  const char* GetDevIDNOForChar() const;
+  int GetDevID() const;
+  // A numbered device attribute; 0 when the device has none.
+  int GetDevInt(int attribute) const;
+  // The device's record, as CVehicleFunc::GetDevStr takes it.
+  const void* GetData() const { return record_; }
+
+ private:
+  const hostcore_detail::DeviceRecord* record_ = nullptr;
+};
+
+// One vehicle of the fleet; a default-constructed one is invalid.
+class CVehicleFunc {
+ public:
+  CVehicleFunc() = default;
+  CVehicleFunc(const hostcore_detail::VehicleRecord* vehicle, const hostcore_detail::DeviceRecord* device)
+      : vehicle_(vehicle), device_(device) {}
+  BOOL IsValid() const { return vehicle_ != nullptr; }
+  // Attribute of the device the vehicle was found through (its first device otherwise).
+  int GetDevInt(int attribute) const;
+  // Texts of a device of this vehicle. 28: the vehicle and device text of a result row.
+  std::string GetDevStr(int what, const void* deviceData) const;
+  // The device of a kind and index; (7, 0) is the device the function tree reads.
+  CDevFunc GetDevInfo(int kind, int index) const;
+  std::string GetName() const;
+
+ private:
+  const hostcore_detail::VehicleRecord* vehicle_ = nullptr;
+  const hostcore_detail::DeviceRecord* device_ = nullptr;
+};
+
+enum : int { kDevStrVehicleAndDevice = 28 };
+
+class CVehicleBaseMgr {
+ public:
+  static CVehicleFunc FindVechicleFromDevID(int devId);
+  static CDevFunc FindDvsDeviceByID(int devId);
+  static CVehicleFunc FindVehicleFromDev(const char* devIdno);
+  static CDevFunc FindDvsDeviceByIDNO(const char* devIdno);
+};
+
+// The host's configuration, by numeric id (and an index for lists of texts).
+class CConfigKestrelINI {
+ public:
+  static int ReadIniInt(int id, int defaultValue = 0);
+  static BOOL WriteIniInt(int id, int value);
+  static std::string ReadIniStrEx(int id, int index);
+  static BOOL WriteIniStrEx(int id, int index, const std::string& text);
+};
+
+class CUserPrivilegeManger {
+ public:
+  static BOOL IsPrivilege(int right);
+};
+
+class CVersionsMgr {
+ public:
+  static BOOL IsVersions(int version, int sub);
+};
+
+class CLayoutMgr {
+ public:
+  static BOOL IsSupportVer7_21();
+};
+
+class CMgrAppInfo {
+ public:
+  static BOOL IsTestIP();
+  static std::string GetDirSvrIP();
+};
+
+class FormatStringMgr {
+ public:
+  // Display name of a function type; flag 0 is the plain name.
+  static std::string Format808FunctionType(int functionType, int flag);
+  // Display name of a function group; group -1 is the root (flag 808 or 905).
+  static std::string Format808FunctionGroup(int group, int flag);
+};
+
+// label + full-width colon + value.
+std::string FormatChineseColon(const std::string& label, const std::string& value);
+// Appends item to status with the host's separator (none before the first item).
+void AddChineseStringStatus(std::string& status, const std::string& item);
+// Appends item to status with the given separator (none before the first item).
+void AddStringStatus(std::string& status, const std::string& item, const std::string& separator);
+// Formats a text holding one integer placeholder.
+std::string FormatStringInt(const std::string& format, int number);
+// "YYYY-MM-DD hh:mm:ss".
+std::string FormatSystemTime(const SYSTEMTIME& time);
+// Readable text of a result code (network statuses and terminal error codes).
+std::string IDIRErrorString(int code);
+// The full-width form of an ASCII character text, for example "!" -> "！".
+std::string GetChineseChar(const std::string& ascii);
+
+// The host's tip box; returns IDOK.
+int ShowMsgTipEx(const std::string& text, const std::string& title, UINT flags);
+
+// The local store of remembered control values, keyed by module name, dialog
+// template id and control descriptor. Get returns FALSE when nothing is stored.
+class CLocalDatabaseMgr {
+ public:
+  static BOOL US_GetWndCtrlData(const std::string& module, int templateId, UINT descriptor, std::string& value);
+  static BOOL US_SetWndCtrlData(const std::string& module, int templateId, UINT descriptor, const std::string& value);
+};
+
+// The device picker's parameter record: 244 bytes, filled by offset.
+struct _tagFillTreeParamEx_S {
+  BYTE bytes[244];
+};
+static_assert(sizeof(_tagFillTreeParamEx_S) == 244);
+
+class CDevListDataBase {
+ public:
+  virtual ~CDevListDataBase() = default;
+  virtual void SetMultiSelect(int multi) = 0;
+  virtual void SetParam(const _tagFillTreeParamEx_S* param) = 0;
+  // Shows the picker modally; 1 when the user confirmed a choice.
+  virtual int Start() = 0;
+  // The chosen device ids; the array is released with LIBCOMMON_Release.
+  virtual void GetMultiVehiID(int** ids, int* count) = 0;
+};
+
+CDevListDataBase* CreateDevListObject();
+void DeleteDevListObject(CDevListDataBase* object);
+void LIBCOMMON_Release(void* memory);

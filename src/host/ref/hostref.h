@@ -1,0 +1,109 @@
+// Control surface of the reference host libraries: what a test, the demo or
+// the reference host program says about the world the plug-in runs in.
+// The plug-in itself never includes this header.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace hostref {
+
+// ---- hostcore: the world ----------------------------------------------------
+
+// Replaces the fleet model with a JSON text (format in docs/fleet.md);
+// false and an explanation in *error when the text is not a fleet.
+bool LoadFleet(const std::string& json, std::string* error = nullptr);
+bool LoadFleetFile(const std::string& path, std::string* error = nullptr);
+// The built-in fleet.
+void LoadDefaultFleet();
+// Device ids and numbers of the loaded fleet, in fleet order.
+std::vector<int> DeviceIds();
+// Adds n plain devices numbered from firstIdno, each on a vehicle of its own;
+// returns their device ids. For large simulated fleets.
+std::vector<int> AddGeneratedDevices(int n, int firstIdno);
+
+void SetPrivilege(int right, bool granted);
+void SetVersion(int version, bool on);
+void SetTestIP(bool on);
+
+// Directory of the persisted configuration and local store (SQLite). An empty
+// directory keeps both in memory. Opening closes the previous store.
+bool OpenDataDir(const std::string& dir);
+
+// Texts of the host's own formatting (function and group names, error texts).
+// Loaded from sections "FUNCTION", "GROUP" and "ERROR" of a language file.
+bool LoadHostTexts(const std::string& languageFile);
+
+// ---- hostcore: what the user sees and does ------------------------------------
+
+struct Tip {
+  std::string text;
+  std::string title;
+  unsigned flags = 0;
+};
+std::vector<Tip> Tips();
+void ClearTips();
+void SetTipSink(std::function<void(const Tip&)> sink);
+
+// The answer of the device picker's next Start: device ids, or nullopt to cancel.
+// Without an answer the picker cancels.
+void SetPickerAnswer(std::optional<std::vector<int>> deviceIds);
+// The parameter record given to the last picker.
+std::vector<uint8_t> LastPickerParam();
+int PickerRuns();
+
+// ---- hostlog ------------------------------------------------------------------
+
+// Lines logged since the last clear, as "level|module|text".
+std::vector<std::string> LogLines();
+void ClearLog();
+// Directory for log files; empty keeps lines in memory only.
+void SetLogDir(const std::string& dir);
+
+// ---- hostnet: the simulated platform --------------------------------------------
+
+struct SentRequest {
+  uint32_t handle = 0;
+  std::string devIdno;
+  std::string envelope;
+  std::string param;
+};
+
+namespace net {
+// Back to defaults: no held replies, delay 0, every device online, default answers.
+// Closes nothing: channels belong to their owners.
+void Reset();
+void SetSession(const std::string& session);
+// Delay before a terminal answers, in milliseconds of real time on the network thread.
+void SetDelayMs(int ms);
+void SetDeviceDelayMs(const std::string& devIdno, int ms);
+// The device answers with this network status (101, 110) and no reply text.
+void SetStatus(const std::string& devIdno, int status);
+// The device answers with this reply text.
+void SetReply(const std::string& devIdno, const std::string& reply);
+// Answers computed per request (the simulated terminals); nullopt falls back to the default.
+using Responder = std::function<std::optional<std::string>(const SentRequest&)>;
+void SetResponder(Responder responder);
+// Open or start fails for this device.
+void SetFailOpen(const std::string& devIdno, bool fail);
+void SetFailStart(const std::string& devIdno, bool fail);
+
+// Held mode: replies wait until released, one at a time, in the order sent.
+void SetHeld(bool held);
+size_t HeldCount();
+// Delivers the oldest held reply on the network thread and returns once its callback returned.
+bool ReleaseNext();
+size_t ReleaseAll();
+// Waits until every started, unheld request has been answered (or its channel stopped).
+void WaitIdle();
+
+std::vector<SentRequest> Sent();
+void ClearSent();
+size_t OpenChannels();
+size_t TotalOpened();
+}  // namespace net
+
+}  // namespace hostref

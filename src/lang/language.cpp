@@ -1,0 +1,72 @@
+#include "lang/language.h"
+
+#include <sys/stat.h>
+
+#include <fstream>
+#include <memory>
+
+#include "host/hostcore.h"
+
+namespace {
+constexpr const char* kSection = "STRING";
+std::unique_ptr<CLanguage>& Slot() {
+  static std::unique_ptr<CLanguage> instance;
+  return instance;
+}
+std::mutex g_instanceLock;
+
+long long Stamp(const std::string& path) {
+  struct stat st {};
+  if (stat(path.c_str(), &st) != 0) return -1;
+  return static_cast<long long>(st.st_mtim.tv_sec) * 1000000000LL + st.st_mtim.tv_nsec + st.st_size;
+}
+}  // namespace
+
+CLanguage& CLanguage::Instance() {
+  std::lock_guard guard(g_instanceLock);
+  auto& slot = Slot();
+  if (!slot) slot = std::make_unique<CLanguage>();
+  return *slot;
+}
+
+void CLanguage::DeleteInstance() {
+  std::lock_guard guard(g_instanceLock);
+  Slot().reset();
+}
+
+BOOL CLanguage::SetPath(const std::string& path) {
+  std::lock_guard guard(lock_);
+  if (path == path_) return FALSE;
+  if (!std::ifstream(path, std::ios::binary)) return FALSE;
+  path_ = path;
+  cache_.clear();
+  file_.reset();
+  fileStamp_ = -1;
+  return TRUE;
+}
+
+std::string CLanguage::Path() {
+  std::lock_guard guard(lock_);
+  return path_;
+}
+
+std::string CLanguage::LanguageText(int id) {
+  std::lock_guard guard(lock_);
+  auto it = cache_.find(id);
+  if (it != cache_.end()) return it->second;
+  if (path_.empty()) return {};
+  // A text not cached is read from the file as it is now.
+  const long long stamp = Stamp(path_);
+  if (!file_ || stamp != fileStamp_) {
+    file_ = txt::ProfileFile::Load(path_);
+    fileStamp_ = stamp;
+  }
+  if (!file_) return {};
+  std::string text = file_->GetString(kSection, std::to_string(id), "", kMaxTextChars + 1);
+  if (!text.empty()) cache_.emplace(id, text);
+  return text;
+}
+
+std::string LanguageText(int id) { return CLanguage::Instance().LanguageText(id); }
+
+int ShowLangTip(int id) { return ShowMsgTipEx(LanguageText(id), "", 0); }

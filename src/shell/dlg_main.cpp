@@ -1,0 +1,93 @@
+#include "shell/dlg_main.h"
+
+#include "command/base_dlg.h"
+#include "command/ids.h"
+#include "command/page_registry.h"
+#include "lang/language.h"
+#include "shell/result_list.h"
+#include "ui/xlist_ctrl.h"
+
+namespace {
+const plat::DialogTemplate kMainTemplate{CDlgMain::kTemplate, "", {815, 780},
+                                         {{resultlist::kFrameId, plat::ControlKind::GroupBox, "结果", {1, 480, 814, 770},
+                                           plat::style::Hidden},
+                                          {resultlist::kListId, plat::ControlKind::ListView, "", {9, 500, 806, 762},
+                                           plat::style::Hidden}}};
+const plat::templates::Registration kRegistration{kMainTemplate};
+
+// Messages of the page that the host answers.
+constexpr UINT kForwarded[] = {msg::HostForward13318, msg::HostForward13330, msg::HostForward13335,
+                               msg::HostForward13337, msg::HostForward13338};
+}  // namespace
+
+CDlgMain::CDlgMain(int functionType) : CDlgChildBase(kTemplate), functionType_(functionType) {
+  BindNotify(resultlist::kListId, LVN_RCLICK, [this](const plat::NMITEM&) { resultlist::OnRightClick(*this, *ResultList()); });
+  BindNotify(resultlist::kListId, LVN_DBLCLK, [this](const plat::NMITEM& nm) { resultlist::OnDoubleClick(*ResultList(), nm.item); });
+}
+
+CDlgMain::~CDlgMain() { DestroyWindow(); }
+
+std::unique_ptr<plat::Control> CDlgMain::MakeControl(const plat::ControlSpec& spec) {
+  if (spec.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
+  return CDlgChildBase::MakeControl(spec);
+}
+
+CXListCtrl* CDlgMain::ResultList() const { return Item<CXListCtrl>(resultlist::kListId); }
+
+BOOL CDlgMain::OnInitDialog() {
+  CDlgChildBase::OnInitDialog();
+  resultlist::SetupColumns(*ResultList());
+  CreatePage();
+  if (page_ && !page_->HideResultList) {
+    ShowItem(resultlist::kListId, true);
+    ShowItem(resultlist::kFrameId, true);
+  }
+  SetItemText(resultlist::kFrameId, LanguageText(resultlist::kFrameTextId));
+  return TRUE;
+}
+
+void CDlgMain::CreatePage() {
+  const PageEntry* entry = pages::Find(functionType_, PageHost::kVehicleWindow);
+  if (!entry) return;
+  std::unique_ptr<CBaseDlg> page = entry->make(functionType_);
+  if (!page || !page->CreateDlg(this)) return;
+  // The page's own buttons get their captions while it has no function type;
+  // the type is set afterwards so that its rows name the function.
+  page->FunctionType = -1;
+  page->ShowWindow(plat::SW_SHOW);
+  if (!entry->noList) page->ResultList = ResultList();
+  page->AttachToHost();
+  page->FunctionType = functionType_;
+  page_ = std::move(page);
+}
+
+void CDlgMain::OnDestroy() {
+  page_.reset();
+  CDlgChildBase::OnDestroy();
+}
+
+void CDlgMain::FitIntoParent() {
+  Window* parent = GetParent();
+  if (!parent) return;
+  const RECT client = parent->GetClientRect();
+  MoveWindow({client.left + 1, client.top + plat::t(30), client.right - 1, client.bottom - 8});
+  if (page_) {
+    const RECT r = page_->GetRect();
+    page_->MoveWindow({1, 0, 1 + r.Width(), r.Height()});
+  }
+  parent->RedrawWindow();
+}
+
+LRESULT CDlgMain::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+  for (UINT forwarded : kForwarded) {
+    if (message == forwarded) return GetParent() ? GetParent()->SendMessage(message, wParam, lParam) : 0;
+  }
+  if (message == msg::HostQuery13319) {
+    return (wParam != 0 && GetParent()) ? GetParent()->SendMessage(message, wParam, lParam) : 0;
+  }
+  if (message == msg::ClosePage) {
+    if (GetParent()) GetParent()->SendMessage(WM_CLOSE, wParam, lParam);
+    return 0;
+  }
+  return CDlgChildBase::WindowProc(message, wParam, lParam);
+}

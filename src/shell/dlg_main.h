@@ -1,0 +1,36 @@
+// The vehicle function window: one command page for one function type, with
+// the page's own buttons and a result list under it. Messages the page sends
+// for the host are passed on to the host's window.
+#pragma once
+
+#include <memory>
+
+#include "command/dialog_base.h"
+
+class CBaseDlg;
+class CXListCtrl;
+
+class CDlgMain : public CDlgChildBase {
+ public:
+  static constexpr int kTemplate = 4000;
+
+  explicit CDlgMain(int functionType);
+  ~CDlgMain() override;
+
+  int FunctionType() const { return functionType_; }
+  CBaseDlg* Page() const { return page_.get(); }
+  CXListCtrl* ResultList() const;
+  // Fits the window into its parent's client area.
+  void FitIntoParent();
+
+ protected:
+  BOOL OnInitDialog() override;
+  void OnDestroy() override;
+  LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& spec) override;
+
+ private:
+  void CreatePage();
+  const int functionType_;
+  std::unique_ptr<CBaseDlg> page_;
+};

@@ -1,0 +1,25 @@
+// The host's two callbacks, registered through the plug-in's message export.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/wintypes.h"
+
+struct CommandRequest;
+
+// Called after a window of the host was shown: (context, pointer to a 32-bit zero).
+using FUNShowNotify = void(CALLBACK*)(uintptr_t context, int32_t* value);
+// Called with every point-query answer: (result code, the finished request, context).
+using FUNPointQueryResult = void(CALLBACK*)(int32_t result, CommandRequest* request, uintptr_t context);
+
+struct ShowNotifyCallbackSlot {
+  FUNShowNotify function = nullptr;
+  uintptr_t context = 0;
+};
+struct PointQueryCallback {
+  FUNPointQueryResult function = nullptr;
+  uintptr_t context = 0;
+};
+
+ShowNotifyCallbackSlot& ShowNotifyCallback();
+PointQueryCallback& PointQueryResultCallback();

@@ -1,0 +1,52 @@
+#include "shell/result_list.h"
+
+#include <string>
+
+#include "host/hostcore.h"
+#include "lang/language.h"
+#include "platform/menu.h"
+#include "ui/xlist_ctrl.h"
+
+namespace resultlist {
+namespace {
+ExportHandler g_export = nullptr;
+
+struct ColumnSpec {
+  int textId;  // 0: the caption is "#" (or empty for the hidden columns)
+  int width;
+};
+constexpr ColumnSpec kColumns[] = {{0, 45}, {13421, 90}, {13431, 115}, {13022, 115}, {12957, 80}, {13008, 250}};
+constexpr int kHiddenColumns = 2;
+}  // namespace
+
+void SetupColumns(CXListCtrl& list) {
+  list.SetExtendedStyle(kExtendedStyle);
+  int index = 0;
+  for (const ColumnSpec& column : kColumns) {
+    list.InsertColumn(index++, column.textId ? LanguageText(column.textId) : "#", column.width);
+  }
+  for (int i = 0; i < kHiddenColumns; ++i) list.InsertColumn(index++, "", 0);
+}
+
+void OnRightClick(plat::Window& owner, CXListCtrl& list) {
+  const bool any = list.GetItemCount() > 0;
+  const UINT command = plat::menu::Track(owner, {{kCmdExport, LanguageText(kExportTextId), any},
+                                                 {kCmdClear, LanguageText(kClearTextId), any}});
+  if (command == kCmdClear) {
+    list.DeleteAllItems();
+  } else if (command == kCmdExport && g_export) {
+    g_export(owner, list);
+  }
+}
+
+void OnDoubleClick(CXListCtrl& list, int row) {
+  if (row < 0 || row >= list.GetItemCount()) return;
+  std::string text;
+  for (int c = 0; c < list.GetColumnCount(); ++c) {
+    text += FormatChineseColon(list.GetColumn(c).caption, list.GetItemText(row, c)) + "\r\n";
+  }
+  ShowMsgTipEx(text, "", 0);
+}
+
+void SetExportHandler(ExportHandler handler) { g_export = handler; }
+}  // namespace resultlist

@@ -1,0 +1,257 @@
+#include "text/encoding.h"
+
+#include <iconv.h>
+
+#include <cerrno>
+#include <cstdint>
+
+namespace txt {
+namespace {
+
+constexpr char kDefaultChar = '?';
+constexpr char32_t kReplacement = 0xFFFD;
+
+// One iconv descriptor per direction and thread.
+class Converter {
+ public:
+  Converter(const char* to, const char* from) : cd_(iconv_open(to, from)) {}
+  ~Converter() {
+    if (cd_ != reinterpret_cast<iconv_t>(-1)) iconv_close(cd_);
+  }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+  bool Ok() const { return cd_ != reinterpret_cast<iconv_t>(-1); }
+  // Converts one whole input; false when a character cannot be converted.
+  bool Convert(std::string_view in, std::string& out) {
+    iconv(cd_, nullptr, nullptr, nullptr, nullptr);
+    char* src = const_cast<char*>(in.data());
+    size_t srcLeft = in.size();
+    char buffer[256];
+    while (srcLeft > 0) {
+      char* dst = buffer;
+      size_t dstLeft = sizeof buffer;
+      const size_t r = iconv(cd_, &src, &srcLeft, &dst, &dstLeft);
+      out.append(buffer, sizeof buffer - dstLeft);
+      if (r == static_cast<size_t>(-1) && errno != E2BIG) return false;
+    }
+    return true;
+  }
+
+ private:
+  iconv_t cd_;
+};
+
+Converter& ToGbk() {
+  thread_local Converter converter("CP936", "UTF-8");
+  return converter;
+}
+
+// Decodes one UTF-8 character at text[i]; returns its length, 0 when invalid.
+size_t DecodeUtf8(std::string_view text, size_t i, char32_t& cp) {
+  const auto b = [&](size_t k) { return static_cast<unsigned char>(text[i + k]); };
+  const unsigned char c = b(0);
+  size_t len;
+  if (c < 0x80) {
+    cp = c;
+    return 1;
+  } else if ((c >> 5) == 0x6) {
+    len = 2, cp = c & 0x1F;
+  } else if ((c >> 4) == 0xE) {
+    len = 3, cp = c & 0x0F;
+  } else if ((c >> 3) == 0x1E) {
+    len = 4, cp = c & 0x07;
+  } else {
+    return 0;
+  }
+  if (i + len > text.size()) return 0;
+  for (size_t k = 1; k < len; ++k) {
+    if ((b(k) & 0xC0) != 0x80) return 0;
+    cp = (cp << 6) | (b(k) & 0x3F);
+  }
+  static constexpr char32_t kMin[] = {0, 0, 0x80, 0x800, 0x10000};
+  if (cp < kMin[len] || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return 0;
+  return len;
+}
+
+void AppendUtf8(std::string& out, char32_t cp) {
+  if (cp < 0x80) {
+    out += static_cast<char>(cp);
+  } else if (cp < 0x800) {
+    out += static_cast<char>(0xC0 | (cp >> 6));
+    out += static_cast<char>(0x80 | (cp & 0x3F));
+  } else if (cp < 0x10000) {
+    out += static_cast<char>(0xE0 | (cp >> 12));
+    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (cp & 0x3F));
+  } else {
+    out += static_cast<char>(0xF0 | (cp >> 18));
+    out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (cp & 0x3F));
+  }
+}
+
+bool IsAscii(std::string_view text) {
+  for (char c : text) {
+    if (static_cast<unsigned char>(c) >= 0x80) return false;
+  }
+  return true;
+}
+}  // namespace
+
+std::string Utf8ToGbk(std::string_view utf8) {
+  if (IsAscii(utf8)) return std::string(utf8);
+  std::string out;
+  out.reserve(utf8.size());
+  Converter& converter = ToGbk();
+  // Character by character outside ASCII, so one unmapped character costs
+  // only itself.
+  for (size_t i = 0; i < utf8.size();) {
+    char32_t cp;
+    const size_t len = DecodeUtf8(utf8, i, cp);
+    if (len == 0) {
+      out += kDefaultChar;
+      ++i;
+      continue;
+    }
+    if (cp < 0x80) {
+      out += static_cast<char>(cp);
+    } else {
+      std::string encoded;
+      if (converter.Ok() && converter.Convert(utf8.substr(i, len), encoded) && !encoded.empty()) {
+        out += encoded;
+      } else {
+        out += kDefaultChar;
+      }
+    }
+    i += len;
+  }
+  return out;
+}
+
+std::string GbkToUtf8(std::string_view gbk) {
+  if (IsAscii(gbk)) return std::string(gbk);
+  thread_local Converter converter("UTF-8", "CP936");
+  std::string out;
+  out.reserve(gbk.size() * 3 / 2);
+  for (size_t i = 0; i < gbk.size();) {
+    const unsigned char c = static_cast<unsigned char>(gbk[i]);
+    if (c < 0x80) {
+      out += static_cast<char>(c);
+      ++i;
+      continue;
+    }
+    std::string decoded;
+    if (i + 1 < gbk.size() && converter.Ok() && converter.Convert(gbk.substr(i, 2), decoded) && !decoded.empty()) {
+      out += decoded;
+      i += 2;
+    } else {
+      AppendUtf8(out, kReplacement);
+      ++i;
+    }
+  }
+  return out;
+}
+
+std::u16string Utf8ToUtf16(std::string_view utf8) {
+  std::u16string out;
+  out.reserve(utf8.size());
+  for (size_t i = 0; i < utf8.size();) {
+    char32_t cp;
+    size_t len = DecodeUtf8(utf8, i, cp);
+    if (len == 0) cp = kReplacement, len = 1;
+    if (cp >= 0x10000) {
+      cp -= 0x10000;
+      out += static_cast<char16_t>(0xD800 + (cp >> 10));
+      out += static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
+    } else {
+      out += static_cast<char16_t>(cp);
+    }
+    i += len;
+  }
+  return out;
+}
+
+std::string Utf16ToUtf8(std::u16string_view utf16) {
+  std::string out;
+  out.reserve(utf16.size());
+  for (size_t i = 0; i < utf16.size(); ++i) {
+    char32_t cp = utf16[i];
+    if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 && utf16[i + 1] <= 0xDFFF) {
+      cp = 0x10000 + ((cp - 0xD800) << 10) + (utf16[i + 1] - 0xDC00);
+      ++i;
+    } else if (cp >= 0xD800 && cp <= 0xDFFF) {
+      cp = kReplacement;
+    }
+    AppendUtf8(out, cp);
+  }
+  return out;
+}
+
+bool IsValidUtf8(std::string_view text) {
+  for (size_t i = 0; i < text.size();) {
+    char32_t cp;
+    const size_t len = DecodeUtf8(text, i, cp);
+    if (len == 0) return false;
+    i += len;
+  }
+  return true;
+}
+
+std::string SanitizeUtf8(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (size_t i = 0; i < text.size();) {
+    char32_t cp;
+    const size_t len = DecodeUtf8(text, i, cp);
+    if (len == 0) {
+      AppendUtf8(out, kReplacement);
+      ++i;
+    } else {
+      out.append(text.substr(i, len));
+      i += len;
+    }
+  }
+  return out;
+}
+
+size_t Utf8Length(std::string_view text) {
+  size_t n = 0;
+  for (char c : text) {
+    if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) ++n;
+  }
+  return n;
+}
+
+std::string Utf8Left(std::string_view text, size_t maxChars) {
+  size_t chars = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) {
+      if (chars == maxChars) return std::string(text.substr(0, i));
+      ++chars;
+    }
+  }
+  return std::string(text);
+}
+
+std::string FormEncode(std::string_view bytes) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  std::string out;
+  out.reserve(bytes.size() * 3);
+  for (char ch : bytes) {
+    const unsigned char c = static_cast<unsigned char>(ch);
+    const bool keep = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '*' ||
+                      c == '-' || c == '.' || c == '_';
+    if (keep) {
+      out += static_cast<char>(c);
+    } else if (c == ' ') {
+      out += '+';
+    } else {
+      out += '%';
+      out += kHex[c >> 4];
+      out += kHex[c & 0xF];
+    }
+  }
+  return out;
+}
+}  // namespace txt

@@ -1,0 +1,103 @@
+#include "text/profile.h"
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include "text/encoding.h"
+#include "text/numbers.h"
+
+namespace txt {
+namespace {
+
+std::string Lower(std::string_view s) {
+  std::string out(s);
+  for (char& c : out) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return out;
+}
+
+std::string_view Trim(std::string_view s) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+  while (!s.empty() && blank(s.front())) s.remove_prefix(1);
+  while (!s.empty() && blank(s.back())) s.remove_suffix(1);
+  return s;
+}
+
+std::string Key(std::string_view section, std::string_view key) { return Lower(Trim(section)) + "\n" + Lower(Trim(key)); }
+
+// The file's text as UTF-8, whatever its encoding.
+std::string Decode(const std::string& bytes) {
+  if (bytes.size() >= 2 && static_cast<unsigned char>(bytes[0]) == 0xFF && static_cast<unsigned char>(bytes[1]) == 0xFE) {
+    std::u16string wide((bytes.size() - 2) / 2, u'\0');
+    for (size_t i = 0; i < wide.size(); ++i) {
+      wide[i] = static_cast<char16_t>(static_cast<unsigned char>(bytes[2 + 2 * i]) |
+                                      (static_cast<unsigned char>(bytes[3 + 2 * i]) << 8));
+    }
+    return Utf16ToUtf8(wide);
+  }
+  if (bytes.size() >= 3 && bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) return SanitizeUtf8(bytes.substr(3));
+  return SanitizeUtf8(bytes);
+}
+}  // namespace
+
+ProfileFile ProfileFile::Parse(std::string_view text) {
+  ProfileFile file;
+  std::string section;
+  bool inSection = false;
+  while (!text.empty()) {
+    const size_t end = text.find('\n');
+    std::string_view line = Trim(text.substr(0, end));
+    text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
+    if (line.empty() || line.front() == ';') continue;
+    if (line.front() == '[') {
+      const size_t close = line.find(']');
+      section = std::string(line.substr(1, close == std::string_view::npos ? std::string_view::npos : close - 1));
+      inSection = true;
+      continue;
+    }
+    const size_t eq = line.find('=');
+    if (!inSection || eq == std::string_view::npos) continue;
+    file.values_.emplace(Key(section, line.substr(0, eq)), std::string(Trim(line.substr(eq + 1))));
+  }
+  return file;
+}
+
+std::optional<ProfileFile> ProfileFile::Load(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return std::nullopt;
+  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  return Parse(Decode(bytes));
+}
+
+std::optional<std::string> ProfileFile::Find(std::string_view section, std::string_view key) const {
+  auto it = values_.find(Key(section, key));
+  if (it == values_.end()) return std::nullopt;
+  return it->second;
+}
+
+std::string ProfileFile::GetString(std::string_view section, std::string_view key, std::string_view defaultValue,
+                                   size_t bufferChars) const {
+  if (bufferChars == 0) return {};
+  auto value = Find(section, key);
+  return Utf8Left(value ? *value : std::string(defaultValue), bufferChars - 1);
+}
+
+int ProfileFile::GetInt(std::string_view section, std::string_view key, int defaultValue) const {
+  auto value = Find(section, key);
+  return value ? WToI(*value) : defaultValue;
+}
+
+std::string GetPrivateProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
+                                    size_t bufferChars, const std::string& path) {
+  auto file = ProfileFile::Load(path);
+  if (!file) return bufferChars ? Utf8Left(defaultValue, bufferChars - 1) : std::string();
+  return file->GetString(section, key, defaultValue, bufferChars);
+}
+
+int GetPrivateProfileInt(std::string_view section, std::string_view key, int defaultValue, const std::string& path) {
+  auto file = ProfileFile::Load(path);
+  return file ? file->GetInt(section, key, defaultValue) : defaultValue;
+}
+}  // namespace txt

@@ -1,0 +1,103 @@
+// The vehicle function window and the point-query pages.
+#include "command/page_registry.h"
+#include "host/ref/hostref.h"
+#include "shell/call_name.h"
+#include "shell/dlg_main.h"
+#include "shell/function_page.h"
+#include "shell/plugin_callbacks.h"
+#include "support/page_fixture.h"
+#include "support/test_page.h"
+
+namespace {
+
+constexpr int kListType = 9201, kHiddenListType = 9202, kNoListType = 9203;
+const PageRegistration kTestPages[] = {
+    {{kListType}, PageHost::kVehicleWindow, [](int) { return std::make_unique<TestPage>(); }},
+    {{kHiddenListType}, PageHost::kVehicleWindow, [](int) {
+       auto page = std::make_unique<TestPage>();
+       page->HideResultList = TRUE;
+       return page;
+     }},
+    {{kNoListType}, PageHost::kVehicleWindow, [](int) { return std::make_unique<TestPage>(); }, true}};
+
+class VehicleWindowTest : public PageWorld {};
+
+TEST_F(VehicleWindowTest, PageListAndForwarding) {
+  TestHost host;
+  CDlgMain window(kListType);
+  ASSERT_TRUE(window.CreateDlg(&host));
+  ASSERT_NE(window.Page(), nullptr);
+  EXPECT_TRUE(window.GetDlgItem(4399)->IsShown());
+  EXPECT_EQ(window.Page()->ResultList, window.ResultList());
+  EXPECT_EQ(window.Page()->GetItemText(ctl::Set), fixture::T(11004)) << "the page's own buttons are used here";
+
+  window.SendMessage(msg::HostQuery13319, 0, 0);
+  window.SendMessage(msg::HostQuery13319, 5, 0);
+  window.SendMessage(msg::HostForward13338, 1, 2);
+  window.Page()->Item<plat::Button>(ctl::Cancel)->Click();
+  plat::MessageLoop::Instance().RunPending();
+  EXPECT_EQ(host.messages, (std::vector<UINT>{msg::HostQuery13319, msg::HostForward13338, WM_CLOSE}));
+
+  window.FitIntoParent();
+  EXPECT_EQ(window.GetRect(), (RECT{1, plat::t(30), 799, 592}));
+  EXPECT_EQ(host.RedrawCount(), 1);
+}
+
+TEST_F(VehicleWindowTest, HiddenOrNoResultList) {
+  TestHost host;
+  CDlgMain hidden(kHiddenListType), noList(kNoListType), empty(70001);
+  ASSERT_TRUE(hidden.CreateDlg(&host) && noList.CreateDlg(&host) && empty.CreateDlg(&host));
+  EXPECT_FALSE(hidden.GetDlgItem(4399)->IsShown() || hidden.GetDlgItem(4400)->IsShown());
+  EXPECT_EQ(noList.Page()->ResultList, nullptr);
+  EXPECT_EQ(empty.Page(), nullptr);
+}
+
+struct Answer {
+  int32_t result;
+  std::string devIdno, reply;
+};
+std::vector<Answer> g_answers;
+void CALLBACK OnPointQuery(int32_t result, CommandRequest* request, uintptr_t context) {
+  EXPECT_EQ(context, 77u);
+  g_answers.push_back({result, request->devIdno, request->reply});
+}
+
+TEST_F(VehicleWindowTest, QueuedPointQueriesGoOutInOneSend) {
+  g_answers.clear();
+  PointQueryResultCallback() = {&OnPointQuery, 77};
+  hostref::net::SetReply("91002", R"({"Error":101})");
+  CDlgCallName window;
+  ASSERT_TRUE(window.CreateDlg(nullptr));
+  for (const char* dev : {"91001", "91002", "91003"}) window.CallName(dev);
+  ASSERT_TRUE(Settle());
+  ASSERT_EQ(hostref::net::Sent().size(), 3u);
+  for (const auto& sent : hostref::net::Sent()) {
+    EXPECT_EQ(sent.param, "");
+    EXPECT_NE(sent.envelope.find("\"Command\":33281"), std::string::npos);
+  }
+  ASSERT_EQ(g_answers.size(), 3u);
+  std::sort(g_answers.begin(), g_answers.end(), [](const Answer& a, const Answer& b) { return a.devIdno < b.devIdno; });
+  EXPECT_EQ(g_answers[1].result, 101);
+  EXPECT_EQ(g_answers[1].reply, R"({"Error":101})");
+  EXPECT_EQ(g_answers[2].devIdno, "91003");
+  PointQueryResultCallback() = {};
+}
+
+TEST_F(VehicleWindowTest, FunctionPagePointQueryTellsTheHostOfTheLastAnswer) {
+  TestHost host;
+  CDlg808FunctionPage window;
+  ASSERT_TRUE(window.CreateDlg(&host));
+  window.ShowFunction(57);
+  EXPECT_TRUE(window.NoParamPanel()->IsShown());
+  hostref::SetPickerAnswer(std::vector<int>{1, 2});
+  window.Item<plat::Button>(ctl::Cancel)->Click();
+  ASSERT_TRUE(Settle());
+  std::vector<LPARAM> last;
+  for (size_t i = 0; i < host.messages.size(); ++i) {
+    if (host.messages[i] == msg::PointQueryAnswer) last.push_back(host.lparams[i]);
+  }
+  EXPECT_EQ(last, (std::vector<LPARAM>{0, 1}));
+  EXPECT_EQ(window.ResultList()->GetItemCount(), 2);
+}
+
+}  // namespace
