@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/clock.h"
+#include "platform/loop.h"
 
 namespace fixture {
 // "<id>", the text every language id has in the test language file.

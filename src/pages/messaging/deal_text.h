@@ -1,0 +1,58 @@
+// Preset texts: up to 20 reusable texts kept in the host configuration
+// (indexed entries, an empty entry is a free slot), the manager popup that
+// lists, adds, modifies and deletes them, and the one-text editor popup.
+#pragma once
+
+#include <string>
+
+#include "command/dialog_base.h"
+
+namespace presettext {
+constexpr int kConfigId = 718;
+constexpr int kSlots = 20;
+std::string Read(int index);
+void Write(int index, const std::string& text);
+}  // namespace presettext
+
+// Edits one text. The owner sets the title and text (and, if it wants, the
+// checks), runs it modally and reads the text back when the result is IDOK.
+class CDlgADealText : public CDlgPopupBase {
+ public:
+  static constexpr int kTemplate = 4092;
+  enum Control : int { kEdit = 4440, kOk = 4441, kCancelButton = 4442, kCounter = 4435 };
+
+  CDlgADealText();
+  std::string text;
+  std::string title;
+  bool checkLength = true;
+  int maxLength = 255;
+  bool allowEmpty = false;
+  bool singleLine = false;
+
+ protected:
+  BOOL OnInitDialog() override;
+  void OnOK() override;
+
+ private:
+  void UpdateCounter();
+};
+
+class CDlgSetDealText : public CDlgPopupBase {
+ public:
+  static constexpr int kTemplate = 349;
+  enum Control : int { kList = 1257, kAdd = 1451, kModify = 1452, kDelete = 1004, kHint = 1252 };
+
+  CDlgSetDealText();
+
+ protected:
+  BOOL OnInitDialog() override;
+
+ private:
+  plat::ListView& List() const { return *Item<plat::ListView>(kList); }
+  void Select(int row);
+  void OnAdd();
+  void OnModify();
+  void OnDelete();
+  // Runs the editor; true with the new text when the user confirmed.
+  bool Edit(int titleId, std::string& text);
+};

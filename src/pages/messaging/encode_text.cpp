@@ -1,0 +1,9 @@
+#include "pages/messaging/encode_text.h"
+
+#include "text/encoding.h"
+
+std::string EncodeTextParam(std::string_view text) {
+  std::string bytes = txt::Utf8ToGbk(text);
+  if (bytes.find_first_of("+%") == std::string::npos) return bytes;
+  return txt::FormEncode(bytes);
+}
