@@ -45,7 +45,7 @@ void CBaseDlg::SaveInputs() {
         break;
       }
       case SavedControl::kCheck:
-        value = IsChecked(id) ? "1" : "0";
+        value.assign(1, IsChecked(id) ? '1' : '0');
         break;
     }
     CLocalDatabaseMgr::US_SetWndCtrlData(module, TemplateId(), descriptor, value);

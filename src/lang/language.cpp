@@ -9,9 +9,10 @@
 
 namespace {
 constexpr const char* kSection = "STRING";
+// Outlives static destruction: the application object deletes the table at unload.
 std::unique_ptr<CLanguage>& Slot() {
-  static std::unique_ptr<CLanguage> instance;
-  return instance;
+  static auto* instance = new std::unique_ptr<CLanguage>();
+  return *instance;
 }
 std::mutex g_instanceLock;
 

@@ -16,8 +16,9 @@ SteadyClock g_steadyClock;
 MessageLoop::MessageLoop() : clock_(&g_steadyClock) {}
 
 MessageLoop& MessageLoop::Instance() {
-  static MessageLoop loop;
-  return loop;
+  // Never destroyed: windows that outlive static destruction may still unregister.
+  static auto* loop = new MessageLoop;
+  return *loop;
 }
 
 void MessageLoop::SetClock(Clock* clock) { clock_ = clock ? clock : &g_steadyClock; }

@@ -5,14 +5,16 @@
 #include "shell/function_page.h"
 
 namespace module {
+// The slots outlive static destruction: the host destroys its windows
+// before it unloads the plug-in, and nothing may run on a torn-down loop.
 std::unique_ptr<CDlg808FunctionPage>& FunctionPageWindow() {
-  static std::unique_ptr<CDlg808FunctionPage> window;
-  return window;
+  static auto* window = new std::unique_ptr<CDlg808FunctionPage>();
+  return *window;
 }
 
 std::unique_ptr<CDlgCallName>& CallNameWindow() {
-  static std::unique_ptr<CDlgCallName> window;
-  return window;
+  static auto* window = new std::unique_ptr<CDlgCallName>();
+  return *window;
 }
 }  // namespace module
 
@@ -25,10 +27,5 @@ namespace {
 CLibMostSetup_808App theApp;
 
 __attribute__((constructor)) void OnLoad() { theApp.InitInstance(); }
-__attribute__((destructor)) void OnUnload() {
-  // Windows the host left open go before the language table.
-  module::FunctionPageWindow().reset();
-  module::CallNameWindow().reset();
-  theApp.ExitInstance();
-}
+__attribute__((destructor)) void OnUnload() { theApp.ExitInstance(); }
 }  // namespace

@@ -15,6 +15,7 @@ class SavedInputsTest : public PageWorld {
     page->SavedControls = TestPage::kSaved;
     page->SavedControlCount = 3;
     EXPECT_TRUE(page->CreateDlg(&host));
+    page->ShowWindow(plat::SW_SHOW);
     return page;
   }
   TestHost host;

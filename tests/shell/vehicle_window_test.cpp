@@ -26,6 +26,7 @@ TEST_F(VehicleWindowTest, PageListAndForwarding) {
   TestHost host;
   CDlgMain window(kListType);
   ASSERT_TRUE(window.CreateDlg(&host));
+  window.ShowWindow(plat::SW_SHOW);
   ASSERT_NE(window.Page(), nullptr);
   EXPECT_TRUE(window.GetDlgItem(4399)->IsShown());
   EXPECT_EQ(window.Page()->ResultList, window.ResultList());
@@ -87,6 +88,7 @@ TEST_F(VehicleWindowTest, FunctionPagePointQueryTellsTheHostOfTheLastAnswer) {
   TestHost host;
   CDlg808FunctionPage window;
   ASSERT_TRUE(window.CreateDlg(&host));
+  window.ShowWindow(plat::SW_SHOW);
   window.ShowFunction(57);
   EXPECT_TRUE(window.NoParamPanel()->IsShown());
   hostref::SetPickerAnswer(std::vector<int>{1, 2});

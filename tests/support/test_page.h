@@ -19,7 +19,11 @@ class TestPage : public CBaseDlg {
   static inline const uint32_t kSaved[] = {SavedControl::Text(kTextEdit), SavedControl::Combo(kModeCombo, 1),
                                           SavedControl::Check(kFlagCheck, true)};
 
-  TestPage() : CBaseDlg(kTemplate) { RegisterTemplate(); }
+  TestPage() : CBaseDlg(kTemplate) {
+    RegisterTemplate();
+    Bind(ctl::Set, BN_CLICKED, [this] { Send(false); });
+    Bind(ctl::Get, BN_CLICKED, [this] { Send(true); });
+  }
 
   static void RegisterTemplate() {
     using plat::ControlKind;

@@ -46,7 +46,9 @@ TEST_F(AttrQueryTest, AudioVideoBlock) {
   EXPECT_EQ(hostref::net::Sent()[0].envelope.find("\"Command\":36867") != std::string::npos, true);
 }
 
-TEST(AudioVideoCoding, Names) {
+class AudioVideoCoding : public PageWorld {};
+
+TEST_F(AudioVideoCoding, Names) {
   const std::pair<int, std::string> cases[] = {{6, "G.711A " + T(13457)}, {28, "AMR " + T(13457)},
                                                {101, "SVAC " + T(13458)}, {91, "91"},
                                                {0, ""},                    {200, "Unknown:200"},

@@ -65,11 +65,6 @@ World& TheWorld() {
   return world;
 }
 
-CLogFile2& Log() {
-  static CLogFile2 log("hostcore");
-  return log;
-}
-
 template <typename Result, typename Read>
 Result ReadFleet(Read&& read) {
   World& w = TheWorld();
@@ -77,15 +72,20 @@ Result ReadFleet(Read&& read) {
   return read(w);
 }
 
-const DeviceRecord* DeviceById(const Fleet& fleet, int devId) {
-  auto it = fleet.byId.find(devId);
-  return it == fleet.byId.end() ? nullptr : it->second;
+// Records are never changed once added, so they are read without the lock.
+const DeviceRecord* FindDevice(int devId) {
+  return ReadFleet<const DeviceRecord*>([&](World& w) -> const DeviceRecord* {
+    auto it = w.fleet->byId.find(devId);
+    return it == w.fleet->byId.end() ? nullptr : it->second;
+  });
 }
 
-const DeviceRecord* DeviceByIdno(const Fleet& fleet, const char* devIdno) {
+const DeviceRecord* FindDevice(const char* devIdno) {
   if (!devIdno) return nullptr;
-  auto it = fleet.byIdno.find(std::string_view(devIdno));
-  return it == fleet.byIdno.end() ? nullptr : it->second;
+  return ReadFleet<const DeviceRecord*>([&](World& w) -> const DeviceRecord* {
+    auto it = w.fleet->byIdno.find(std::string_view(devIdno));
+    return it == w.fleet->byIdno.end() ? nullptr : it->second;
+  });
 }
 
 CVehicleFunc VehicleOf(const DeviceRecord* device) {
@@ -93,6 +93,11 @@ CVehicleFunc VehicleOf(const DeviceRecord* device) {
 }
 
 }  // namespace
+
+CLogFile2& CoreLog() {
+  static CLogFile2 log("hostcore");
+  return log;
+}
 
 std::optional<int> FleetConfigInt(int id) {
   return ReadFleet<std::optional<int>>([&](World& w) -> std::optional<int> {
@@ -152,19 +157,17 @@ CDevFunc CVehicleFunc::GetDevInfo(int kind, int index) const {
 std::string CVehicleFunc::GetName() const { return vehicle_ ? vehicle_->name : ""; }
 
 CVehicleFunc CVehicleBaseMgr::FindVechicleFromDevID(int devId) {
-  return ReadFleet<CVehicleFunc>([&](World& w) { return hostcore_detail::VehicleOf(hostcore_detail::DeviceById(*w.fleet, devId)); });
+  return hostcore_detail::VehicleOf(hostcore_detail::FindDevice(devId));
 }
 
-CDevFunc CVehicleBaseMgr::FindDvsDeviceByID(int devId) {
-  return ReadFleet<CDevFunc>([&](World& w) { return CDevFunc(hostcore_detail::DeviceById(*w.fleet, devId)); });
-}
+CDevFunc CVehicleBaseMgr::FindDvsDeviceByID(int devId) { return CDevFunc(hostcore_detail::FindDevice(devId)); }
 
 CVehicleFunc CVehicleBaseMgr::FindVehicleFromDev(const char* devIdno) {
-  return ReadFleet<CVehicleFunc>([&](World& w) { return hostcore_detail::VehicleOf(hostcore_detail::DeviceByIdno(*w.fleet, devIdno)); });
+  return hostcore_detail::VehicleOf(hostcore_detail::FindDevice(devIdno));
 }
 
 CDevFunc CVehicleBaseMgr::FindDvsDeviceByIDNO(const char* devIdno) {
-  return ReadFleet<CDevFunc>([&](World& w) { return CDevFunc(hostcore_detail::DeviceByIdno(*w.fleet, devIdno)); });
+  return CDevFunc(hostcore_detail::FindDevice(devIdno));
 }
 
 // ---- rights, versions, switches -------------------------------------------------
@@ -205,7 +208,7 @@ bool LoadFleet(const std::string& json, std::string* error) {
   std::string why;
   std::unique_ptr<hostcore_detail::Fleet> fleet = hostcore_detail::ParseFleet(json, &why);
   if (!fleet) {
-    hostcore_detail::Log().WriteStrInfoEx(2, "LoadFleet rejected: %s", why.c_str());
+    hostcore_detail::CoreLog().WriteStrInfoEx(2, "LoadFleet rejected: %s", why.c_str());
     if (error) *error = why;
     return false;
   }

@@ -17,6 +17,8 @@
 
 #include <json/value.h>
 
+class CLogFile2;
+
 namespace hostcore_detail {
 
 struct VehicleRecord;
@@ -71,5 +73,8 @@ std::unique_ptr<Fleet> ParseFleet(const std::string& json, std::string* error);
 // Defaults of the configuration from the loaded fleet ("config", "configText").
 std::optional<int> FleetConfigInt(int id);
 std::optional<std::string> FleetConfigText(int id, int index);
+
+// The library's own logger.
+CLogFile2& CoreLog();
 
 }  // namespace hostcore_detail

@@ -33,7 +33,8 @@ std::optional<int> DecimalKey(const std::string& key) {
 bool IsIntLike(const Json::Value& value) { return value.isInt() || value.isBool(); }
 int IntLike(const Json::Value& value) { return value.isBool() ? (value.asBool() ? 1 : 0) : value.asInt(); }
 
-bool ReadString(Reader& r, const Json::Value& object, const char* key, std::string& out, const std::string& where = "") {
+bool ReadString(Reader& r, const Json::Value& object, const char* key, std::string& out,
+                const std::string& where = "") {
   if (!object.isMember(key)) return true;
   const Json::Value& v = object[key];
   if (!v.isString()) return r.Fail(where + key, "expected a string");
@@ -102,7 +103,8 @@ bool ReadConfigText(Reader& r, const Json::Value& root, Fleet& fleet) {
 bool ReadDevice(Reader& r, const Json::Value& v, const std::string& where, DeviceRecord& device) {
   if (!v.isObject()) return r.Fail(where, "expected an object");
   if (!v["id"].isInt()) return r.Fail(where + ".id", "expected an integer");
-  if (!v["idno"].isString() || v["idno"].asString().empty()) return r.Fail(where + ".idno", "expected a non-empty string");
+  if (!v["idno"].isString() || v["idno"].asString().empty())
+    return r.Fail(where + ".idno", "expected a non-empty string");
   device.id = v["id"].asInt();
   device.idno = v["idno"].asString();
   if (v.isMember("attrs") &&

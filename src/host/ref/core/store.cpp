@@ -35,14 +35,9 @@ constexpr const char* kStatementText[kStatementCount] = {
     "INSERT OR REPLACE INTO ctrl_data(module, template, descriptor, value) VALUES(?1, ?2, ?3, ?4)",
 };
 
-CLogFile2& Log() {
-  static CLogFile2 log("hostcore");
-  return log;
-}
-
 // A bound parameter: an integer or a text.
 struct Param {
-  Param(int v) : isText(false), number(v) {}
+  Param(long long v) : isText(false), number(v) {}
   Param(const std::string& v) : isText(true), text(&v) {}
   bool isText;
   sqlite3_int64 number = 0;
@@ -63,7 +58,7 @@ class Store {
       path = (std::filesystem::path(dir) / kDatabaseFile).string();
     }
     if (OpenPath(path)) return true;
-    Log().WriteStrInfoEx(2, "OpenDataDir: cannot open %s; keeping values in memory", path.c_str());
+    hostcore_detail::CoreLog().WriteStrInfoEx(2, "OpenDataDir: cannot open %s; keeping values in memory", path.c_str());
     Close();
     OpenPath(kInMemory);
     return false;
@@ -96,7 +91,7 @@ class Store {
     sqlite3_stmt* stmt = Prepared(s, params);
     if (!stmt) return false;
     const bool done = sqlite3_step(stmt) == SQLITE_DONE;
-    if (!done) Log().WriteStrInfoEx(2, "store write failed: %s", sqlite3_errmsg(db_));
+    if (!done) hostcore_detail::CoreLog().WriteStrInfoEx(2, "store write failed: %s", sqlite3_errmsg(db_));
     sqlite3_reset(stmt);
     return done;
   }
@@ -164,7 +159,7 @@ BOOL CConfigKestrelINI::WriteIniStrEx(int id, int index, const std::string& text
 
 BOOL CLocalDatabaseMgr::US_GetWndCtrlData(const std::string& module, int templateId, UINT descriptor,
                                           std::string& value) {
-  auto stored = TheStore().Get(kGetCtrl, {module, templateId, static_cast<int>(descriptor)});
+  auto stored = TheStore().Get(kGetCtrl, {module, templateId, descriptor});
   if (!stored) return FALSE;
   value = *stored;
   return TRUE;
@@ -172,7 +167,7 @@ BOOL CLocalDatabaseMgr::US_GetWndCtrlData(const std::string& module, int templat
 
 BOOL CLocalDatabaseMgr::US_SetWndCtrlData(const std::string& module, int templateId, UINT descriptor,
                                           const std::string& value) {
-  return TheStore().Put(kSetCtrl, {module, templateId, static_cast<int>(descriptor), value}) ? TRUE : FALSE;
+  return TheStore().Put(kSetCtrl, {module, templateId, descriptor, value}) ? TRUE : FALSE;
 }
 
 namespace hostref {

@@ -1,0 +1,46 @@
+// The built-in fleet: twelve vehicles whose devices between them show every
+// device kind and optional function the plug-in distinguishes (protocol
+// editions, attribute-76 families, taxi terminals, optional groups).
+#include "host/ref/hostref.h"
+
+namespace {
+
+// Devices, by what they show:
+//  1 plain 2013 terminal             2 2019 edition (80)
+//  3 attr 76 with 78                 4 attr 76 with 99          5 attr 76 alone
+//  6 taxi (81)                       7 taxi with 117
+//  8 10=23, 15 set, 69, 71, 85       9 75=21, 15 set, 122
+// 10 75=15, 112=1, 2019 edition     11 15 set with 18 set, 117  12 2019 edition, 71, 85
+constexpr const char* kDefaultFleet = R"({
+  "session": "ref-session-0001",
+  "rights": "all",
+  "versions": [],
+  "testIP": false,
+  "dirSvrIP": "127.0.0.1",
+  "ver7_21": false,
+  "config": {"170": 1, "446": 1, "1100": 1, "1103": 1},
+  "configText": {},
+  "vehicles": [
+    {"name": "粤B10001", "devices": [{"id": 1, "idno": "10001"}]},
+    {"name": "粤B10002", "devices": [{"id": 2, "idno": "10002", "attrs": {"80": 1}}]},
+    {"name": "京A10003", "devices": [{"id": 3, "idno": "10003", "attrs": {"76": 1, "78": 1}}]},
+    {"name": "京A10004", "devices": [{"id": 4, "idno": "10004", "attrs": {"76": 1, "99": 1}}]},
+    {"name": "沪C10005", "devices": [{"id": 5, "idno": "10005", "attrs": {"76": 1}}]},
+    {"name": "粤B10006", "devices": [{"id": 6, "idno": "10006", "attrs": {"81": 1}}]},
+    {"name": "粤B10007", "devices": [{"id": 7, "idno": "10007", "attrs": {"81": 1, "117": 1}}]},
+    {"name": "苏E10008", "devices": [{"id": 8, "idno": "10008",
+      "attrs": {"10": 23, "15": 1, "18": 0, "69": 1, "71": 1, "85": 1}}]},
+    {"name": "浙A10009", "devices": [{"id": 9, "idno": "10009", "attrs": {"75": 21, "15": 1, "122": 1}}]},
+    {"name": "鲁B10010", "devices": [{"id": 10, "idno": "10010", "attrs": {"75": 15, "112": 1, "80": 1}}]},
+    {"name": "川A10011", "devices": [{"id": 11, "idno": "10011", "attrs": {"15": 1, "18": 1, "117": 1}}]},
+    {"name": "闽D10012", "devices": [{"id": 12, "idno": "10012", "attrs": {"80": 1, "71": 1, "85": 1}}]}
+  ],
+  "markers": [],
+  "lines": []
+})";
+
+}  // namespace
+
+namespace hostref {
+void LoadDefaultFleet() { LoadFleet(kDefaultFleet); }
+}  // namespace hostref
