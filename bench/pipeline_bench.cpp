@@ -163,12 +163,14 @@ BENCHMARK(BM_ResultRows)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)-
 // Collects the per-item CPU time of each run, for the summary lines.
 class SummaryReporter : public benchmark::ConsoleReporter {
  public:
+  SummaryReporter() : ConsoleReporter(OO_Tabular) {}
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
       auto items = run.counters.find("items_per_second");
       if (items == run.counters.end() || items->second.value <= 0) continue;
-      perItemUs[run.benchmark_name()] = 1e6 / items->second.value;
+      const std::string& args = run.run_name.args;
+      perItemUs[run.run_name.function_name + (args.empty() ? "" : "/" + args)] = 1e6 / items->second.value;
     }
   }
   std::map<std::string, double> perItemUs;

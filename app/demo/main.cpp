@@ -20,6 +20,7 @@ namespace {
 constexpr int kDemoTemplate = 9001;
 constexpr int kTextEdit = 9002;
 constexpr int kDevices = 250;
+constexpr int kFunctionTextMessage = 12;
 constexpr int kFirstIdno = 20001;
 constexpr int kResultColumns = 8;
 constexpr uint64_t kLimitMs = 10 * 60 * 1000;
@@ -86,6 +87,7 @@ int main(int argc, char** argv) {
   if (!page.CreateDlg(&host)) return 1;
   page.ResultList = &host.list;
   page.AttachToHost();
+  page.FunctionType = kFunctionTextMessage;
   page.ShowWindow(plat::SW_SHOW);
   page.Item<plat::Edit>(kTextEdit)->UserType("Depot closes at 18:00");
   page.PickerMode = TRUE;
