@@ -185,6 +185,20 @@ bool ComboBox::UserSelect(int index) {
 
 // ---- ListView -----------------------------------------------------------------
 
+namespace {
+ListView::RedrawObserver& RedrawObserverSlot() {
+  static ListView::RedrawObserver observer;
+  return observer;
+}
+}  // namespace
+
+void ListView::SetRedrawObserver(RedrawObserver observer) { RedrawObserverSlot() = std::move(observer); }
+
+void ListView::RedrawItems(int first, int last) {
+  RedrawWindow();
+  if (auto& observer = RedrawObserverSlot()) observer(*this, first, last);
+}
+
 int ListView::InsertColumn(int index, const std::string& caption, int width) {
   if (index < 0 || index > GetColumnCount()) index = GetColumnCount();
   columns_.insert(columns_.begin() + index, Column{caption, width});

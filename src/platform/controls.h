@@ -172,7 +172,11 @@ class ListView : public Control {
   bool IsSelected(int row) const;
   int GetFirstSelected() const;
   std::vector<int> GetSelected() const;
-  void RedrawItems(int first, int last) { (void)first, (void)last; RedrawWindow(); }
+  // Asks for rows to be drawn again; a row observer (a program that shows or
+  // prints the list) hears of it.
+  void RedrawItems(int first, int last);
+  using RedrawObserver = std::function<void(ListView& list, int first, int last)>;
+  static void SetRedrawObserver(RedrawObserver observer);
 
   // Virtual rows: the count is set and the owner answers the cells.
   using CellSource = std::function<std::string(int row, int column)>;

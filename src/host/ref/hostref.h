@@ -100,6 +100,13 @@ size_t ReleaseAll();
 // Waits until every started, unheld request has been answered (or its channel stopped).
 void WaitIdle();
 
+// Delivers one held answer (by channel handle) like ReleaseNext; false when it is not held.
+bool Release(uint32_t handle);
+// Handles of the held answers, oldest first.
+std::vector<uint32_t> HeldHandles();
+// Called on the opening thread with every request opened (the reference host prints them).
+void SetOpenObserver(std::function<void(const SentRequest&)> observer);
+
 std::vector<SentRequest> Sent();
 void ClearSent();
 size_t OpenChannels();

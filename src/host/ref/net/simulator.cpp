@@ -3,7 +3,9 @@
 // held until a test releases them. Stopping a channel removes its pending
 // answer and waits for a callback that is running at that moment, so once
 // NETCLIENT_MNStopNormalCmd returns the channel's callback never runs again.
+#include <algorithm>
 #include <atomic>
+#include <functional>
 #include <chrono>
 #include <condition_variable>
 #include <cstring>
@@ -73,6 +75,7 @@ class Simulator {
   std::unordered_map<std::string, std::string> deviceReply_;
   std::set<std::string> failOpen_, failStart_;
   hostref::net::Responder responder_;
+  std::function<void(const hostref::SentRequest&)> openObserver_;
 
   // Channels and answers.
   std::unordered_map<NETHANDLE, std::shared_ptr<Channel>> channels_;
@@ -188,16 +191,23 @@ int NETCLIENT_MNOpenNormalCmd(NETHANDLE* handle, const char* devIdno, const char
   if (!handle) return kFailed;
   *handle = 0;
   Simulator& sim = Sim();
-  std::lock_guard lock(sim.mutex_);
-  const std::string dev = devIdno ? devIdno : "";
-  if (sim.failOpen_.count(dev)) return kFailed;
-  auto channel = std::make_shared<Channel>();
-  channel->handle = sim.nextHandle_++;
-  channel->request = {channel->handle, dev, envelope ? envelope : "", param ? param : ""};
-  sim.sent_.push_back(channel->request);
-  sim.channels_[channel->handle] = channel;
-  ++sim.totalOpened_;
-  *handle = channel->handle;
+  std::function<void(const hostref::SentRequest&)> observer;
+  hostref::SentRequest request;
+  {
+    std::lock_guard lock(sim.mutex_);
+    const std::string dev = devIdno ? devIdno : "";
+    if (sim.failOpen_.count(dev)) return kFailed;
+    auto channel = std::make_shared<Channel>();
+    channel->handle = sim.nextHandle_++;
+    channel->request = {channel->handle, dev, envelope ? envelope : "", param ? param : ""};
+    sim.sent_.push_back(channel->request);
+    sim.channels_[channel->handle] = channel;
+    ++sim.totalOpened_;
+    *handle = channel->handle;
+    observer = sim.openObserver_;
+    if (observer) request = channel->request;
+  }
+  if (observer) observer(request);
   return kOk;
 }
 
@@ -311,17 +321,47 @@ size_t HeldCount() {
   return Sim().heldQueue_.size();
 }
 
+namespace {
+// Sends one held answer out on a network thread and waits until it was
+// delivered or its channel stopped.
+void ReleaseHeld(Simulator& sim, std::unique_lock<std::mutex>& lock, std::shared_ptr<Channel> channel) {
+  channel->queued = false;
+  const uint64_t before = channel->deliveries;
+  sim.Schedule(channel, Clock::now());
+  sim.done_.wait(lock, [&] { return channel->deliveries > before || (channel->stopped && !channel->running); });
+}
+}  // namespace
+
+bool Release(uint32_t handle) {
+  Simulator& sim = Sim();
+  std::unique_lock lock(sim.mutex_);
+  auto it = std::find_if(sim.heldQueue_.begin(), sim.heldQueue_.end(), [&](const auto& c) { return c->handle == handle; });
+  if (it == sim.heldQueue_.end()) return false;
+  auto channel = *it;
+  sim.heldQueue_.erase(it);
+  ReleaseHeld(sim, lock, channel);
+  return true;
+}
+
+std::vector<uint32_t> HeldHandles() {
+  std::lock_guard lock(Sim().mutex_);
+  std::vector<uint32_t> handles;
+  for (const auto& channel : Sim().heldQueue_) handles.push_back(channel->handle);
+  return handles;
+}
+
+void SetOpenObserver(std::function<void(const SentRequest&)> observer) {
+  std::lock_guard lock(Sim().mutex_);
+  Sim().openObserver_ = std::move(observer);
+}
+
 bool ReleaseNext() {
   Simulator& sim = Sim();
   std::unique_lock lock(sim.mutex_);
   if (sim.heldQueue_.empty()) return false;
   auto channel = sim.heldQueue_.front();
   sim.heldQueue_.pop_front();
-  // The answer goes out on a network thread; wait until it was delivered or the channel stopped.
-  channel->queued = false;
-  const uint64_t before = channel->deliveries;
-  sim.Schedule(channel, Clock::now());
-  sim.done_.wait(lock, [&] { return channel->deliveries > before || (channel->stopped && !channel->running); });
+  ReleaseHeld(sim, lock, channel);
   return true;
 }
 
