@@ -15,6 +15,7 @@ run
 show 45
 click 1600
 run
+get 4368
 # a point query the host asks for
 device 0 12
 callname 10003

@@ -4,6 +4,7 @@
 
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
+#include "host/ref/run/terminals.h"
 #include "output.h"
 #include "platform/controls.h"
 #include "platform/loop.h"
@@ -48,6 +49,7 @@ bool HostWorld::Start(const HostOptions& options, std::string* error) {
   hostref::LoadDefaultFleet();
   hostref::SetTipSink([](const hostref::Tip& tip) { out::Line("TIP " + out::EscapeControls(tip.text)); });
   hostref::net::Reset();
+  hostref::terminals::Install();
   hostref::net::SetHeld(true);
   hostref::net::SetOpenObserver([this](const hostref::SentRequest& request) {
     const auto command = request.envelope.find("\"Command\":");
