@@ -14,6 +14,7 @@ namespace {
 constexpr RECT kMainRect{0, 0, 1280, 960};
 constexpr SYSTEMTIME kFixedTime{2026, 1, 4, 15, 9, 30, 0, 0};
 constexpr UINT kFirstHostMessage = 1000;
+constexpr UINT kPointQueryAnswer = 13339;
 
 HostWorld* g_world = nullptr;
 
@@ -35,7 +36,10 @@ void OnRowDrawn(plat::ListView& list, int first, int last) {
 
 LRESULT HostMainWindow::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
   if (msg >= kFirstHostMessage || msg == WM_CLOSE) {
-    out::Line("HOSTMSG " + std::to_string(msg) + " " + std::to_string(wParam) + " " + std::to_string(lParam));
+    // A point-query answer carries the finished request, which starts with the device number.
+    const std::string w = msg == kPointQueryAnswer && wParam ? std::string(reinterpret_cast<const char*>(wParam))
+                                                              : std::to_string(wParam);
+    out::Line("HOSTMSG " + std::to_string(msg) + " " + w + " " + std::to_string(lParam));
     return 0;
   }
   return plat::Window::WindowProc(msg, wParam, lParam);

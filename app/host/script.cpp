@@ -351,7 +351,19 @@ void ScriptRunner::Register() {
   };
   controlCommands_["get"] = [this](const std::string& rest, const Context& context) {
     const Args a = Expect(rest, 1, "get ID");
-    out::Line("VALUE " + a[0] + " " + out::EscapeControls(ValueOf(*Control(context, a[0]))));
+    // A text of several lines is printed a line at a time; trailing empty lines are left out.
+    std::string value = ValueOf(*Control(context, a[0]));
+    while (value.size() >= 2 && value.compare(value.size() - 2, 2, "\r\n") == 0) value.resize(value.size() - 2);
+    size_t start = 0;
+    do {
+      const size_t end = value.find("\r\n", start);
+      std::string line = value.substr(start, end == std::string::npos ? std::string::npos : end - start);
+      for (char& c : line) {
+        if (c == '\t') c = ' ';
+      }
+      out::Line("VALUE " + a[0] + " " + out::EscapeControls(line));
+      start = end == std::string::npos ? value.size() + 1 : end + 2;
+    } while (start <= value.size());
   };
   controlCommands_["controls"] = [](const std::string&, const Context& context) {
     if (!context.root) throw ScriptError{"no window is open"};
