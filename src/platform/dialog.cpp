@@ -43,22 +43,22 @@ void SetObserver(std::function<void(Dialog&)> observer) { Observer() = std::move
 
 Dialog::~Dialog() { DestroyWindow(); }
 
-std::unique_ptr<Control> Dialog::MakeControl(const ControlSpec& spec) {
-  switch (spec.kind) {
+std::unique_ptr<Control> Dialog::MakeControl(const ControlSpec& entry) {
+  switch (entry.kind) {
     case ControlKind::Static:
     case ControlKind::GroupBox:
-      return std::make_unique<Static>(spec.kind);
+      return std::make_unique<Static>(entry.kind);
     case ControlKind::PushButton:
     case ControlKind::CheckBox:
     case ControlKind::RadioButton: {
-      auto button = std::make_unique<Button>(spec.kind);
-      button->SetCheck(spec.styles & style::Checked ? 1 : 0);
+      auto button = std::make_unique<Button>(entry.kind);
+      button->SetCheck(entry.styles & style::Checked ? 1 : 0);
       return button;
     }
     case ControlKind::Edit: {
       auto edit = std::make_unique<Edit>();
-      edit->SetLimitText(static_cast<size_t>(spec.limit));
-      if (spec.maxValue > spec.minValue) edit->SetRange(spec.minValue, spec.maxValue);
+      edit->SetLimitText(static_cast<size_t>(entry.limit));
+      if (entry.maxValue > entry.minValue) edit->SetRange(entry.minValue, entry.maxValue);
       return edit;
     }
     case ControlKind::ComboBox:
@@ -69,11 +69,11 @@ std::unique_ptr<Control> Dialog::MakeControl(const ControlSpec& spec) {
       return std::make_unique<TreeView>();
     case ControlKind::DatePicker:
     case ControlKind::TimePicker:
-      return std::make_unique<DateTimePicker>(spec.kind);
+      return std::make_unique<DateTimePicker>(entry.kind);
     case ControlKind::Spin: {
       auto spin = std::make_unique<Spin>();
-      if (spec.maxValue > spec.minValue) {
-        spin->SetRange32(static_cast<int>(spec.minValue), static_cast<int>(spec.maxValue));
+      if (entry.maxValue > entry.minValue) {
+        spin->SetRange32(static_cast<int>(entry.minValue), static_cast<int>(entry.maxValue));
       }
       return spin;
     }
@@ -85,15 +85,15 @@ bool Dialog::CreateDlg(Window* parent) {
   const DialogTemplate* tmpl = templates::Find(templateId_);
   if (!tmpl) return false;
   if (!Create(parent, 0, tmpl->caption, RECT{0, 0, tmpl->size.cx, tmpl->size.cy}, false)) return false;
-  for (const ControlSpec& spec : tmpl->controls) {
-    std::unique_ptr<Control> control = MakeControl(spec);
-    control->SetStyle(spec.styles);
-    control->Create(this, spec.id, spec.caption, spec.rect, !(spec.styles & style::Hidden));
-    control->EnableWindow(!(spec.styles & style::Disabled));
+  for (const ControlSpec& entry : tmpl->controls) {
+    std::unique_ptr<Control> control = MakeControl(entry);
+    control->SetStyle(entry.styles);
+    control->Create(this, entry.id, entry.caption, entry.rect, !(entry.styles & style::Hidden));
+    control->EnableWindow(!(entry.styles & style::Disabled));
     controls_.push_back(std::move(control));
   }
-  for (const ControlSpec& spec : tmpl->controls) {
-    if (spec.kind == ControlKind::Spin && spec.buddy) Item<Spin>(spec.id)->SetBuddy(Item<Edit>(spec.buddy));
+  for (const ControlSpec& entry : tmpl->controls) {
+    if (entry.kind == ControlKind::Spin && entry.buddy) Item<Spin>(entry.id)->SetBuddy(Item<Edit>(entry.buddy));
   }
   OnInitDialog();
   return IsWindow();

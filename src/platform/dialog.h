@@ -96,7 +96,7 @@ class Dialog : public Window {
  protected:
   // Makes the control of a template entry; a dialog that uses a widget class
   // of its own for a control (a list that colours its rows) overrides it.
-  virtual std::unique_ptr<Control> MakeControl(const ControlSpec& spec);
+  virtual std::unique_ptr<Control> MakeControl(const ControlSpec& entry);
 
  private:
   int templateId_;

@@ -27,9 +27,9 @@ CDlgMain::CDlgMain(int functionType) : CDlgChildBase(kTemplate), functionType_(f
 
 CDlgMain::~CDlgMain() { DestroyWindow(); }
 
-std::unique_ptr<plat::Control> CDlgMain::MakeControl(const plat::ControlSpec& spec) {
-  if (spec.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
-  return CDlgChildBase::MakeControl(spec);
+std::unique_ptr<plat::Control> CDlgMain::MakeControl(const plat::ControlSpec& entry) {
+  if (entry.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
+  return CDlgChildBase::MakeControl(entry);
 }
 
 CXListCtrl* CDlgMain::ResultList() const { return Item<CXListCtrl>(resultlist::kListId); }

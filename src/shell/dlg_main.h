@@ -27,7 +27,7 @@ class CDlgMain : public CDlgChildBase {
   BOOL OnInitDialog() override;
   void OnDestroy() override;
   LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& spec) override;
+  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& entry) override;
 
  private:
   void CreatePage();

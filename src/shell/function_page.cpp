@@ -51,9 +51,9 @@ CDlg808FunctionPage::CDlg808FunctionPage() : CDlgChildBase(kTemplate) {
 
 CDlg808FunctionPage::~CDlg808FunctionPage() { DestroyWindow(); }
 
-std::unique_ptr<plat::Control> CDlg808FunctionPage::MakeControl(const plat::ControlSpec& spec) {
-  if (spec.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
-  return CDlgChildBase::MakeControl(spec);
+std::unique_ptr<plat::Control> CDlg808FunctionPage::MakeControl(const plat::ControlSpec& entry) {
+  if (entry.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
+  return CDlgChildBase::MakeControl(entry);
 }
 
 CXListCtrl* CDlg808FunctionPage::ResultList() const { return Item<CXListCtrl>(resultlist::kListId); }

@@ -42,7 +42,7 @@ class CDlg808FunctionPage : public CDlgChildBase {
   BOOL OnInitDialog() override;
   void OnDestroy() override;
   LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& spec) override;
+  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& entry) override;
 
  private:
   void MirrorButtons(CBaseDlg& page);

@@ -236,7 +236,10 @@ int NETCLIENT_MNStartNormalCmd(NETHANDLE handle) {
   return kOk;
 }
 
-int NETCLIENT_MNStopNormalCmd(NETHANDLE handle) {
+namespace {
+// Stops a channel: its pending answer goes, and a callback running now is
+// waited for. With release set, the channel is also closed.
+int StopChannel(NETHANDLE handle, bool release) {
   Simulator& sim = Sim();
   std::unique_lock lock(sim.mutex_);
   auto channel = Find(sim, handle);
@@ -244,20 +247,14 @@ int NETCLIENT_MNStopNormalCmd(NETHANDLE handle) {
   channel->stopped = true;
   Unqueue(sim, *channel);
   sim.WaitNotRunning(lock, channel);
+  if (release) sim.channels_.erase(handle);
   return kOk;
 }
+}  // namespace
 
-int NETCLIENT_MNCloseNormalCmd(NETHANDLE handle) {
-  Simulator& sim = Sim();
-  std::unique_lock lock(sim.mutex_);
-  auto channel = Find(sim, handle);
-  if (!channel) return kFailed;
-  channel->stopped = true;
-  Unqueue(sim, *channel);
-  sim.WaitNotRunning(lock, channel);
-  sim.channels_.erase(handle);
-  return kOk;
-}
+int NETCLIENT_MNStopNormalCmd(NETHANDLE handle) { return StopChannel(handle, false); }
+
+int NETCLIENT_MNCloseNormalCmd(NETHANDLE handle) { return StopChannel(handle, true); }
 
 namespace hostref::net {
 
