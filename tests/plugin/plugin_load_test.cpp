@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <fstream>
+#include <algorithm>
 #include <functional>
 
 #include "fleetcmd/fleetcmd.h"
@@ -117,6 +118,21 @@ TEST(PluginBoundary, DrivenThroughItsExportsAsAHostDoes) {
   bool told = false;
   for (const auto& m : host.received) told |= m.msg == 13336 && m.w == 1 && m.l == 12;
   EXPECT_TRUE(told) << "the host hears which function was chosen";
+
+  // The same device and function again selects nothing; a new device reselects even the same function.
+  auto param = plugin.Get<decltype(DLL_808FunPageParam)>("DLL_808FunPageParam");
+  const auto chosen = [&] {
+    return std::count_if(host.received.begin(), host.received.end(), [](const auto& m) { return m.msg == 13336; });
+  };
+  const auto before = chosen();
+  param(12, 1);
+  EXPECT_EQ(chosen(), before);
+  param(12, 2);
+  EXPECT_EQ(chosen(), before + 1);
+  param(58, 2);
+  EXPECT_EQ(host.received.back().l, 59) << "58 selects its first function, 59";
+  EXPECT_EQ(plugin.Get<decltype(Dll_Create808FunPageWindow)>("Dll_Create808FunPageWindow")(nullptr), 0)
+      << "a second call shows the window it has, whatever the parent";
 
   // Three point queries become one send with three callbacks.
   hostref::net::ClearSent();
