@@ -242,9 +242,13 @@ void ScriptRunner::Register() {
       Json::Value value;
       if (!txt::ParseJson(json, value)) throw ScriptError{"not JSON: " + json};
       hostref::net::SetReply(dev, json);
+    } else if (what == "raw" && !a.empty()) {
+      // Any reply text at all, malformed ones included.
+      const auto [dev, text] = Head(more);
+      hostref::net::SetReply(dev, Unescape(text));
     } else {
       throw ScriptError{"usage: net delay MS [DEVIDNO] | net offline DEVIDNO | net online DEVIDNO | "
-                        "net status DEVIDNO CODE | net reply DEVIDNO JSON"};
+                        "net status DEVIDNO CODE | net reply DEVIDNO JSON | net raw DEVIDNO TEXT"};
     }
   };
 
