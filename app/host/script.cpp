@@ -12,11 +12,15 @@
 #include "output.h"
 #include "platform/dialog.h"
 #include "platform/loop.h"
+#include "platform/menu.h"
 #include "text/encoding.h"
 #include "text/json.h"
 
 namespace {
 constexpr int kTreeControl = 4460;
+constexpr int kResultList = 4399;
+constexpr int kExportFileName = 1152;
+constexpr UINT kMenuExport = 32771;
 constexpr int kStatusOffline = 101;
 
 using Args = std::vector<std::string>;
@@ -404,6 +408,20 @@ void ScriptRunner::Register() {
   commands_["advance"] = [this](const std::string& rest, const Context&) {
     const Args a = Expect(rest, 1, "advance MS");
     world_.Advance(static_cast<uint64_t>(Number(a[0])));
+  };
+  commands_["export"] = [this](const std::string& rest, const Context& context) {
+    if (rest.empty()) throw ScriptError{"usage: export FILE"};
+    auto* list = dynamic_cast<plat::ListView*>(Control(context, std::to_string(kResultList)));
+    if (!list) throw ScriptError{"no result list here"};
+    if (list->GetItemCount() == 0) throw ScriptError{"the result list is empty"};
+    // As a user does it: the list's context menu, then the file name in the save dialog.
+    const std::string file = Unescape(rest);
+    plat::modal::Push([file](plat::Dialog& dialog) {
+      if (auto* name = dialog.Item<plat::Edit>(kExportFileName)) name->SetWindowText(file);
+      if (auto* save = dialog.Item<plat::Button>(IDOK)) save->Click();
+    });
+    plat::menu::PushChoice(kMenuExport);
+    list->UserRightClick(-1);
   };
   commands_["quit"] = [this](const std::string&, const Context&) { quit_ = true; };
 }

@@ -145,3 +145,21 @@ class CDevListDataBase {
 CDevListDataBase* CreateDevListObject();
 void DeleteDevListObject(CDevListDataBase* object);
 void LIBCOMMON_Release(void* memory);
+
+// The spreadsheet export object, made by the caller for one export. A path set
+// before the export is where the file goes; otherwise the export asks the user
+// and keeps the chosen path here.
+class CExportData {
+ public:
+  enum : int {
+    kMsgNoWriter = 102,  // no spreadsheet writer is available
+    kMsgFinished = 103,  // the export is finished (the path follows)
+  };
+  virtual ~CExportData() = default;
+  // The host's text of a message number; "" for an unknown number.
+  virtual std::string GetMessageText(int number);
+  // Shows a message text to the user (the tip box).
+  virtual void ShowMessage(const std::string& text);
+
+  std::string m_strPath;
+};

@@ -5,11 +5,12 @@
 #include "host/hostcore.h"
 #include "lang/language.h"
 #include "platform/menu.h"
+#include "shell/export.h"
 #include "ui/xlist_ctrl.h"
 
 namespace resultlist {
 namespace {
-ExportHandler g_export = nullptr;
+ExportHandler g_export = nullptr;  // replaces the export below when set
 
 struct ColumnSpec {
   int textId;  // 0: the caption is "#" (or empty for the hidden columns)
@@ -17,6 +18,12 @@ struct ColumnSpec {
 };
 constexpr ColumnSpec kColumns[] = {{0, 45}, {13421, 90}, {13431, 115}, {13022, 115}, {12957, 80}, {13008, 250}};
 constexpr int kHiddenColumns = 2;
+
+// The export of the menu: a fresh export object, the result frame's caption as the title.
+void ExportList(const CXListCtrl& list) {
+  CExportData exporter;
+  Export(exporter, LanguageText(kFrameTextId), list);
+}
 }  // namespace
 
 void SetupColumns(CXListCtrl& list) {
@@ -34,8 +41,12 @@ void OnRightClick(plat::Window& owner, CXListCtrl& list) {
                                                  {kCmdClear, LanguageText(kClearTextId), any}});
   if (command == kCmdClear) {
     list.DeleteAllItems();
-  } else if (command == kCmdExport && g_export) {
-    g_export(owner, list);
+  } else if (command == kCmdExport) {
+    if (g_export) {
+      g_export(owner, list);
+    } else {
+      ExportList(list);
+    }
   }
 }
 

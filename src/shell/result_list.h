@@ -27,7 +27,7 @@ void SetupColumns(CXListCtrl& list);
 void OnRightClick(plat::Window& owner, CXListCtrl& list);
 // A double click shows the row in a tip, one "caption: text" line per column.
 void OnDoubleClick(CXListCtrl& list, int row);
-// Hook for the export of a list (menu command 32771); no export until one is installed.
+// Replaces the built-in export of a list (menu command 32771) when set.
 using ExportHandler = void (*)(plat::Window& owner, CXListCtrl& list);
 void SetExportHandler(ExportHandler handler);
 }  // namespace resultlist

@@ -36,6 +36,9 @@ bool OpenDataDir(const std::string& dir);
 // Texts of the host's own formatting (function and group names, error texts).
 // Loaded from sections "FUNCTION", "GROUP" and "ERROR" of a language file.
 bool LoadHostTexts(const std::string& languageFile);
+// Texts of the export object's messages (102, 103), from section "EXPORT" of
+// a language file: the same file LoadHostTexts reads. Built-in English until then.
+bool LoadExportTexts(const std::string& languageFile);
 
 // ---- hostcore: what the user sees and does ------------------------------------
 

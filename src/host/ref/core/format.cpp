@@ -130,5 +130,8 @@ std::string FormatStringMgr::Format808FunctionGroup(int group, int flag) {
 }
 
 namespace hostref {
-bool LoadHostTexts(const std::string& languageFile) { return Texts().Load(languageFile); }
+bool LoadHostTexts(const std::string& languageFile) {
+  LoadExportTexts(languageFile);
+  return Texts().Load(languageFile);
+}
 }  // namespace hostref
