@@ -1,6 +1,10 @@
 // The fleet model: what the loader refuses, lookups by id and number, the
-// device a vehicle answers for, rights and versions, generated devices.
+// device a vehicle answers for, rights and versions, generated devices and
+// lookups from a second thread.
 #include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
 
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
@@ -20,6 +24,7 @@ TEST(Fleet, LoaderRejectsBadInputAndKeepsTheOldFleet) {
       {"not an object", "[1,2]"},
       {"rights of a wrong type", R"({"rights":"some"})"},
       {"device id as text", R"({"vehicles":[{"name":"A","devices":[{"id":"1","idno":"9"}]}]})"},
+      {"device id zero", R"({"vehicles":[{"name":"A","devices":[{"id":0,"idno":"9"}]}]})"},
       {"empty device number", R"({"vehicles":[{"name":"A","devices":[{"id":1,"idno":""}]}]})"},
       {"attribute key not a number", R"({"vehicles":[{"devices":[{"id":1,"idno":"9","attrs":{"x":1}}]}]})"},
       {"attribute value as text", R"({"vehicles":[{"devices":[{"id":1,"idno":"9","attrs":{"80":"1"}}]}]})"},
@@ -98,7 +103,22 @@ TEST(Fleet, GeneratedDevicesFollowTheLargestId) {
   ASSERT_EQ(ids.size(), 100000u);
   EXPECT_EQ(ids.front(), 8);
   EXPECT_STREQ(CVehicleBaseMgr::FindDvsDeviceByID(ids.back()).GetDevIDNOForChar(), "2099999");
+  EXPECT_EQ(CVehicleBaseMgr::FindVehicleFromDev("2000000").GetName(), "测A2000000");
   EXPECT_EQ(hostref::AddGeneratedDevices(2, 506), (std::vector<int>{100008})) << "a number already taken is skipped";
+}
+
+TEST(Fleet, LookupsFromAnotherThreadWhileDevicesAreAdded) {
+  ASSERT_TRUE(hostref::LoadFleet(kTwoDeviceFleet));
+  std::atomic<bool> adding{true};
+  int found = 0;
+  std::thread network([&] {
+    while (adding.load()) found += CVehicleBaseMgr::FindVehicleFromDev("501").GetDevInt(76);
+  });
+  for (int round = 0; round < 20; ++round) hostref::AddGeneratedDevices(500, 3000000 + round * 500);
+  adding = false;
+  network.join();
+  EXPECT_GT(found, 0);
+  EXPECT_EQ(CVehicleBaseMgr::FindDvsDeviceByIDNO("3009999").GetDevID(), 10007);
 }
 
 }  // namespace

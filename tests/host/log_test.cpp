@@ -1,4 +1,5 @@
-// The host log: lines from several threads, long lines, and the log file.
+// The host log: lines from several threads, long lines, the log file and the
+// cap on the lines kept in memory.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -45,6 +46,18 @@ TEST(Log, LongLinesAndTheLogFile) {
   ASSERT_TRUE(std::getline(file, line));
   EXPECT_NE(line.find(longText + "|7"), std::string::npos);
   EXPECT_FALSE(std::getline(file, next)) << "only the line written while the directory was set";
+}
+
+TEST(Log, MemoryKeepsOnlyTheNewestLines) {
+  constexpr int kKept = 100000, kExtra = 5;
+  hostref::ClearLog();
+  CLogFile2 log("cap");
+  for (int i = 0; i < kKept + kExtra; ++i) log.WriteStrInfoEx(0, "%d", i);
+  const std::vector<std::string> lines = hostref::LogLines();
+  ASSERT_EQ(lines.size(), static_cast<size_t>(kKept));
+  EXPECT_EQ(lines.front(), "0|cap|" + std::to_string(kExtra));
+  EXPECT_EQ(lines.back(), "0|cap|" + std::to_string(kKept + kExtra - 1));
+  hostref::ClearLog();
 }
 
 }  // namespace

@@ -202,6 +202,11 @@ std::string CMgrAppInfo::GetDirSvrIP() {
 
 // ---- the reference host's control of the fleet -----------------------------------
 
+namespace {
+// Generated vehicles carry a plate-like name: the prefix and the device number.
+constexpr const char* kGeneratedPlatePrefix = "测A";
+}  // namespace
+
 namespace hostref {
 
 bool LoadFleet(const std::string& json, std::string* error) {
@@ -257,7 +262,7 @@ std::vector<int> AddGeneratedDevices(int n, int firstIdno) {
     DeviceRecord device;
     device.id = fleet.maxId + 1;
     device.idno = std::to_string(static_cast<long long>(firstIdno) + i);
-    std::string name = "V" + device.idno;
+    std::string name = kGeneratedPlatePrefix + device.idno;
     const int id = device.id;
     std::vector<DeviceRecord> one;
     one.push_back(std::move(device));

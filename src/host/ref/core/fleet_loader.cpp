@@ -102,7 +102,8 @@ bool ReadConfigText(Reader& r, const Json::Value& root, Fleet& fleet) {
 
 bool ReadDevice(Reader& r, const Json::Value& v, const std::string& where, DeviceRecord& device) {
   if (!v.isObject()) return r.Fail(where, "expected an object");
-  if (!v["id"].isInt()) return r.Fail(where + ".id", "expected an integer");
+  // Id 0 means "no device" to the plug-in, so ids start at 1.
+  if (!v["id"].isInt() || v["id"].asInt() <= 0) return r.Fail(where + ".id", "expected a positive integer");
   if (!v["idno"].isString() || v["idno"].asString().empty())
     return r.Fail(where + ".idno", "expected a non-empty string");
   device.id = v["id"].asInt();

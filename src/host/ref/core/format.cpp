@@ -8,6 +8,7 @@
 
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
+#include "text/encoding.h"
 #include "text/profile.h"
 
 namespace {
@@ -23,19 +24,6 @@ constexpr const char* kSectionGroup = "GROUP";
 constexpr const char* kSectionError = "ERROR";
 constexpr int kRootGroup = -1;
 constexpr int kStatusOffline = 101, kStatusTimeout = 110;
-
-void AppendUtf8(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xE0 | (c >> 12));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
 
 // The language file's host sections; empty until LoadHostTexts succeeds.
 class HostTexts {
@@ -100,7 +88,7 @@ std::string GetChineseChar(const std::string& ascii) {
     if (c == ' ')
       out += kIdeographicSpace;
     else if (c >= kFirstPrintable && c <= kLastPrintable)
-      AppendUtf8(out, kFullWidthFirst + static_cast<char32_t>(c - kFirstPrintable));
+      out += txt::Utf16ToUtf8(std::u16string(1, static_cast<char16_t>(kFullWidthFirst + (c - kFirstPrintable))));
     else
       out += c;
   }
