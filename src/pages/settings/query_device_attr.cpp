@@ -1,3 +1,6 @@
+// Turns a terminal attribute reply into its block of ten lines: texts from
+// the terminal's code page, the ICCID, and the bit lists of the terminal
+// type and the GNSS and communication modules.
 #include "pages/settings/query_device_attr.h"
 
 #include <cstdio>
@@ -11,58 +14,77 @@
 namespace {
 constexpr int kFunctionType = 45;
 const plat::templates::Registration kRegistration{CAttrQueryPage::MakeTemplate(CDlgQueryDeviceAttr::kTemplate)};
-const PageRegistration kPage{{kFunctionType}, PageHost::kBoth, [](int) { return std::make_unique<CDlgQueryDeviceAttr>(); }};
+const PageRegistration kPage{{kFunctionType}, PageHost::kBoth,
+                              [](int) { return std::make_unique<CDlgQueryDeviceAttr>(); }};
 
 enum Text : int {
-  kVehicle = 13421, kType = 13601, kMaker = 13602, kModel = 13603, kTerminalId = 13604, kIccid = 13605,
-  kHardware = 13606, kFirmware = 13607, kGnss = 13608, kComm = 13609,
-  kYes = 13611, kNo = 13612, kSupported = 13613, kUnsupported = 13614, kOneBody = 13621, kSplit = 13620,
+  kLabelType = 13601, kLabelMaker = 13602, kLabelModel = 13603, kLabelTerminalId = 13604, kLabelIccid = 13605,
+  kLabelHardware = 13606, kLabelFirmware = 13607, kLabelGnss = 13608, kLabelComm = 13609,
+  kYes = 13611, kNo = 13612, kSupported = 13613, kUnsupported = 13614, kAllInOne = 13620, kSplit = 13621,
 };
-constexpr int kNoLabel = 0;
-constexpr const char* kBitSeparator = "\r\n\t";
-constexpr size_t kIccidBytes = 10;
-constexpr size_t kShortText = 63, kSimText = 31, kVersionText = 255;
 
-struct Bit {
-  int bit;
-  int label;  // kNoLabel: the state text alone
+// Reply keys and the most bytes the terminal's record holds for each text.
+struct TextKey {
+  const char* key;
+  size_t maxBytes;
+};
+namespace key {
+constexpr TextKey kMaker{"MID", 63}, kModel{"DMODEL", 63}, kTerminalId{"DID", 63}, kSim{"DSIM", 31},
+    kSimBcd{"DSIMBCD", 31}, kHardware{"DHVER", 255}, kFirmware{"DFVER", 255};
+constexpr const char *kType = "DTYPE", *kGnss = "GNSSA", *kComm = "COMMA";
+}  // namespace key
+constexpr size_t kIccidBytes = 10;
+
+// One listed bit: its label (kNoLabel: the state text alone) and its state texts when set and clear.
+constexpr int kNoLabel = 0;
+struct States {
   int set, clear;
 };
-constexpr Bit kTypeBits[] = {{0, 13615, kYes, kNo},  {1, 13616, kYes, kNo},
-                             {2, 13617, kYes, kNo},  {3, 13618, kYes, kNo},
-                             {6, 13619, kSupported, kUnsupported}, {7, kNoLabel, kOneBody, kSplit},
-                             {8, 13634, kSupported, kUnsupported}};
-constexpr Bit kGnssBits[] = {{0, 13622, kSupported, kUnsupported}, {1, 13623, kSupported, kUnsupported},
-                             {2, 13624, kSupported, kUnsupported}, {3, 13625, kSupported, kUnsupported}};
-constexpr Bit kCommBits[] = {{0, 13626, kSupported, kUnsupported}, {1, 13627, kSupported, kUnsupported},
-                             {2, 13628, kSupported, kUnsupported}, {3, 13629, kSupported, kUnsupported},
-                             {4, 13630, kSupported, kUnsupported}, {5, 13631, kSupported, kUnsupported},
-                             {7, 13633, kSupported, kUnsupported}};
+constexpr States kYesNo{kYes, kNo}, kSupport{kSupported, kUnsupported}, kBuild{kSplit, kAllInOne};
+struct Bit {
+  int bit, label;
+  States states;
+};
+constexpr Bit kTypeBits[] = {{0, 13615, kYesNo},  {1, 13616, kYesNo},     {2, 13617, kYesNo}, {3, 13618, kYesNo},
+                             {6, 13619, kSupport}, {7, kNoLabel, kBuild}, {8, 13634, kSupport}};
+constexpr Bit kGnssBits[] = {{0, 13622, kSupport}, {1, 13623, kSupport}, {2, 13624, kSupport}, {3, 13625, kSupport}};
+constexpr Bit kCommBits[] = {{0, 13626, kSupport}, {1, 13627, kSupport}, {2, 13628, kSupport}, {3, 13629, kSupport},
+                             {4, 13630, kSupport}, {5, 13631, kSupport}, {7, 13633, kSupport}};
+constexpr const char* kBitSeparator = "\r\n\t";
 
+// One entry per listed bit: "state label", or the state alone.
 template <size_t N>
-std::string BitText(int value, const Bit (&bits)[N]) {
+std::string BitText(const Json::Value& reply, const char* member, const Bit (&bits)[N]) {
+  const int value = txt::JsonMemberInt(reply, member, 0);
   std::string text;
   for (const Bit& b : bits) {
-    std::string entry = LanguageText((value >> b.bit) & 1 ? b.set : b.clear);
+    std::string entry = LanguageText((value >> b.bit) & 1 ? b.states.set : b.states.clear);
     if (b.label != kNoLabel) entry += " " + LanguageText(b.label);
     AddStringStatus(text, entry, kBitSeparator);
   }
   return text;
 }
 
-// A text of the reply: terminal bytes in the code page, cut to its field's size.
-std::string TerminalText(const Json::Value& reply, const char* key, size_t maxBytes) {
-  return txt::GbkToUtf8(txt::JsonMemberString(reply, key).substr(0, maxBytes));
+// The bytes of a reply text as the terminal's record holds them.
+std::string RecordBytes(const Json::Value& reply, const TextKey& field) {
+  return txt::JsonMemberString(reply, field.key).substr(0, field.maxBytes);
 }
 
+std::string TerminalText(const Json::Value& reply, const TextKey& field) {
+  return txt::GbkToUtf8(RecordBytes(reply, field));
+}
+
+// The BCD text when the terminal sent one; otherwise the first ten bytes of
+// the raw ICCID (zero where it is shorter) as twenty upper-case hex digits.
 std::string Iccid(const Json::Value& reply) {
-  const std::string bcd = TerminalText(reply, "DSIMBCD", kSimText);
+  std::string bcd = TerminalText(reply, key::kSimBcd);
   if (!bcd.empty()) return bcd;
-  const std::string raw = txt::JsonMemberString(reply, "DSIM");
+  std::string raw = RecordBytes(reply, key::kSim);
+  raw.resize(kIccidBytes, '\0');
   std::string hex;
-  for (size_t i = 0; i < raw.size() && i < kIccidBytes; ++i) {
+  for (char byte : raw) {
     char digits[3];
-    std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(raw[i]));
+    std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(byte));
     hex += digits;
   }
   return hex;
@@ -70,22 +92,15 @@ std::string Iccid(const Json::Value& reply) {
 }  // namespace
 
 std::string CDlgQueryDeviceAttr::ReplyBlock(const Json::Value& reply, const std::string& vehicle) {
-  const std::string lines[] = {
-      Line(kVehicle, vehicle),
-      Line(kType, BitText(txt::JsonMemberInt(reply, "DTYPE", 0), kTypeBits)),
-      Line(kMaker, TerminalText(reply, "MID", kShortText)),
-      Line(kModel, TerminalText(reply, "DMODEL", kShortText)),
-      Line(kTerminalId, TerminalText(reply, "DID", kShortText)),
-      Line(kIccid, Iccid(reply)),
-      Line(kHardware, TerminalText(reply, "DHVER", kVersionText)),
-      Line(kFirmware, TerminalText(reply, "DFVER", kVersionText)),
-      Line(kGnss, BitText(txt::JsonMemberInt(reply, "GNSSA", 0), kGnssBits)),
-      Line(kComm, BitText(txt::JsonMemberInt(reply, "COMMA", 0), kCommBits)),
-  };
-  std::string block;
-  for (const std::string& line : lines) {
-    if (!block.empty()) block += "\r\n";
-    block += line;
-  }
-  return block;
+  return Block(vehicle,
+               {{kLabelType, BitText(reply, key::kType, kTypeBits)},
+                {kLabelMaker, TerminalText(reply, key::kMaker)},
+                {kLabelModel, TerminalText(reply, key::kModel)},
+                {kLabelTerminalId, TerminalText(reply, key::kTerminalId)},
+                {kLabelIccid, Iccid(reply)},
+                {kLabelHardware, TerminalText(reply, key::kHardware)},
+                {kLabelFirmware, TerminalText(reply, key::kFirmware)},
+                {kLabelGnss, BitText(reply, key::kGnss, kGnssBits)},
+                {kLabelComm, BitText(reply, key::kComm, kCommBits)}},
+               LastLineBreak::kNo);
 }

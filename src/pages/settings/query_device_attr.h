@@ -1,5 +1,6 @@
-// The terminal attribute query: terminal type, maker, model, id, SIM card,
-// versions and the GNSS and communication modules, one block per device.
+// The terminal attribute query: terminal type, maker, model, terminal id, SIM
+// card ICCID, hardware and firmware versions, GNSS and communication modules,
+// one block of text per answering device. A new query empties the text box.
 #pragma once
 
 #include "pages/settings/attr_query_page.h"
@@ -12,6 +13,5 @@ class CDlgQueryDeviceAttr : public CAttrQueryPage {
 
  protected:
   std::string ReplyBlock(const Json::Value& reply, const std::string& vehicle) override;
-  // A new query starts with an empty text box.
   void BeforeQuery() override { SetItemText(kResultText, ""); }
 };

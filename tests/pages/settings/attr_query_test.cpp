@@ -1,6 +1,11 @@
-// The attribute query pages turn replies into the exact text blocks.
+// The attribute query pages: each reply becomes its exact block in the text
+// box, blocks append in reply order, and a new device-attribute query empties it.
+#include <numeric>
+
+#include "command/page_registry.h"
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
+#include "host/ref/run/settle.h"
 #include "pages/settings/query_audio_video.h"
 #include "pages/settings/query_device_attr.h"
 #include "support/page_fixture.h"
@@ -9,84 +14,104 @@
 using fixture::T;
 
 namespace {
+const std::string kEnd = CAttrQueryPage::kBlockEnd;
 
-std::string L(int label, const std::string& value) { return FormatChineseColon(T(label), value); }
+std::string L(int label, const std::string& value, const char* lineEnd = "\r\n") {
+  return FormatChineseColon(T(label), value) + lineEnd;
+}
+// A bit list from {state, label} ids counted from 13600; label 0: the state alone.
+std::string Bits(std::initializer_list<std::pair<int, int>> entries) {
+  std::string text;
+  for (auto [s, l] : entries) AddStringStatus(text, T(13600 + s) + (l ? " " + T(13600 + l) : ""), "\r\n\t");
+  return text;
+}
+std::string Failed(const std::string& vehicle) {
+  const std::string bang = GetChineseChar("!");
+  return L(13421, vehicle) + T(11012) + bang + bang + bang + kEnd;
+}
+// The value of a label's line, up to the next label or the end of the block.
+std::string ValueOf(const std::string& text, int label) {
+  const std::string head = "\r\n" + L(label, "", "");
+  const size_t start = text.find(head) + head.size();
+  return text.substr(start, std::min(text.find("\r\n<", start), text.find("\r\n\r\n", start)) - start);
+}
+
+struct ValueCase { bool audio; std::string reply; int label; std::string value; };
 
 class AttrQueryTest : public PageWorld {
  protected:
-  // Sends the page's query to the given devices with their replies; returns the text box.
-  std::string Query(CAttrQueryPage& page, const std::vector<std::pair<std::string, std::string>>& replies) {
-    if (!page.IsWindow()) {
-      EXPECT_TRUE(page.CreateDlg(&host));
-      page.ResultList = &host.list;
-      page.ShowWindow(plat::SW_SHOW);
-    }
-    std::vector<int> ids;
-    for (const auto& [dev, reply] : replies) {
-      hostref::net::SetReply(dev, reply);
-      ids.push_back(std::stoi(dev) - 91000);
-    }
+  // Devices 1..n answer with the replies, in this order, to a click of get; returns the text box.
+  std::string Query(CBaseDlg& page, const std::vector<std::string>& replies) {
+    if (!page.IsWindow() && page.CreateDlg(&host)) page.ShowWindow(plat::SW_SHOW);
+    std::vector<int> ids(replies.size());
+    std::iota(ids.begin(), ids.end(), 1);
+    for (int id : ids) hostref::net::SetReply(std::to_string(91000 + id), replies[id - 1]);
     hostref::SetPickerAnswer(ids);
     page.PickerMode = TRUE;
+    hostref::net::SetHeld(true);
     page.Item<plat::Button>(ctl::Get)->Click();
+    hostref::RunFor(CBaseDlg::kFirstSendDelayMs);
+    hostref::net::ReleaseAll();  // in the order sent
     EXPECT_TRUE(Settle());
     return page.GetItemText(CAttrQueryPage::kResultText);
   }
   TestHost host;
 };
 
-TEST_F(AttrQueryTest, AudioVideoBlock) {
-  CDlgQueryAudioVideo page;
-  const std::string text = Query(page, {{"91001", R"({"ACODE":6,"ACHN":2,"ASR":4,"ASB":3,"AFL":320,"AOUT":1,
-                                                    "VCODE":98,"ACHNN":"4","VCHNN":8})"}});
-  EXPECT_EQ(text, L(13421, "V1") + "\r\n" + L(15100, "G.711A " + T(13457)) + "\r\n" + L(15101, "2") + "\r\n" +
-                      L(15102, "") + "\r\n" + L(15103, "Unknown:3") + "\r\n" + L(15104, "320") + "\r\n" +
-                      L(15105, T(15106)) + "\r\n" + L(15108, "H.264 " + T(13458)) + "\r\n" + L(15109, "4") + "\r\n" +
-                      L(15110, "8") + "\r\n" + "\r\n\r\n\r\n");
-  EXPECT_EQ(hostref::net::Sent()[0].envelope.find("\"Command\":36867") != std::string::npos, true);
-}
-
-class AudioVideoCoding : public PageWorld {};
-
-TEST_F(AudioVideoCoding, Names) {
-  const std::pair<int, std::string> cases[] = {{6, "G.711A " + T(13457)}, {28, "AMR " + T(13457)},
-                                               {101, "SVAC " + T(13458)}, {91, "91"},
-                                               {0, ""},                    {200, "Unknown:200"},
-                                               {0x100 + 1, "G.721 " + T(13457)}};
-  for (const auto& [code, name] : cases) EXPECT_EQ(CDlgQueryAudioVideo::CodingName(code), name) << code;
-}
-
-TEST_F(AttrQueryTest, DeviceAttributeBlock) {
-  CDlgQueryDeviceAttr page;
-  // DSIM carries raw bytes: the first ten are shown as hexadecimal.
-  const std::string text = Query(page, {{"91002", "{\"DTYPE\":65,\"MID\":\"\xD6\xD0\",\"DMODEL\":\"M1\",\"DID\":\"ID7\","
-                                                  "\"DSIM\":\"\x89\x86\x01" "ABCDEFGH\",\"DHVER\":\"h\",\"DFVER\":\"f\","
-                                                  "\"GNSSA\":5,\"COMMA\":128}"}});
-  const std::string typeBits = T(13611) + " " + T(13615) + "\r\n\t" + T(13612) + " " + T(13616) + "\r\n\t" + T(13612) +
-                               " " + T(13617) + "\r\n\t" + T(13612) + " " + T(13618) + "\r\n\t" + T(13613) + " " +
-                               T(13619) + "\r\n\t" + T(13620) + "\r\n\t" + T(13614) + " " + T(13634);
-  const std::string gnss = T(13613) + " " + T(13622) + "\r\n\t" + T(13614) + " " + T(13623) + "\r\n\t" + T(13613) + " " +
-                           T(13624) + "\r\n\t" + T(13614) + " " + T(13625);
-  std::string comm;
-  for (int label : {13626, 13627, 13628, 13629, 13630, 13631}) comm += T(13614) + " " + T(label) + "\r\n\t";
-  comm += T(13613) + " " + T(13633);
-  EXPECT_EQ(text, L(13421, "V2") + "\r\n" + L(13601, typeBits) + "\r\n" + L(13602, "中") + "\r\n" + L(13603, "M1") +
-                      "\r\n" + L(13604, "ID7") + "\r\n" + L(13605, "89860141424344454647") + "\r\n" +
-                      L(13606, "h") + "\r\n" + L(13607, "f") + "\r\n" + L(13608, gnss) + "\r\n" + L(13609, comm) +
-                      "\r\n\r\n\r\n");
-}
-
-TEST_F(AttrQueryTest, FailedRepliesBlocksAppendAndANewQueryEmpties) {
-  CDlgQueryDeviceAttr page;
-  const std::string failed = L(13421, "V3") + "\r\n" + T(11012) + "！！！\r\n\r\n\r\n";
-  EXPECT_EQ(Query(page, {{"91003", R"({"Error":0,"result":4})"}}), failed);
-  EXPECT_EQ(Query(page, {{"91003", "not json"}}), failed) << "a new query empties the box first";
-  EXPECT_EQ(Query(page, {{"91003", R"({"DSIMBCD":"8986"})"}}).find(L(13605, "8986")) != std::string::npos, true);
-
+TEST_F(AttrQueryTest, WholeBlocks) {
   CDlgQueryAudioVideo audio;
-  const std::string three = Query(audio, {{"91001", "x"}, {"91002", "x"}, {"91003", "x"}});
-  EXPECT_EQ(three.size(), 3 * failed.size()) << "three devices, three blocks";
-  EXPECT_EQ(Query(audio, {{"91001", "x"}}).size(), 4 * failed.size()) << "the audio/video box keeps growing";
+  EXPECT_EQ(Query(audio, {R"({"ACODE":6,"ASR":1,"ASB":0,"AFL":320,"AOUT":1,"VCODE":98,"ACHNN":"4","VCHNN":8})"}),
+            L(13421, "V1") + L(15100, "G.711A " + T(13457)) + L(15101, "0") + L(15102, "22050 Hz") +
+                L(15103, "8 " + T(11013)) + L(15104, "320") + L(15105, T(15106)) + L(15108, "H.264 " + T(13458)) +
+                L(15109, "4") + L(15110, "8") + kEnd);
+  CDlgQueryDeviceAttr device;
+  EXPECT_EQ(Query(device, {"{\"DTYPE\":0,\"MID\":\"\xD6\xD0\xCE\xC4\",\"DMODEL\":\"M1\",\"DID\":\"ID7\","
+                           "\"DSIMBCD\":\"8986\",\"DHVER\":\"h\",\"DFVER\":\"f\",\"GNSSA\":15,\"COMMA\":0}"}),
+            L(13421, "V1") + L(13601, Bits({{12, 15}, {12, 16}, {12, 17}, {12, 18}, {14, 19}, {20, 0}, {14, 34}})) +
+                L(13602, "中文") + L(13603, "M1") + L(13604, "ID7") + L(13605, "8986") + L(13606, "h") +
+                L(13607, "f") + L(13608, Bits({{13, 22}, {13, 23}, {13, 24}, {13, 25}})) +
+                L(13609, Bits({{14, 26}, {14, 27}, {14, 28}, {14, 29}, {14, 30}, {14, 31}, {14, 33}}), "") + kEnd);
+}
+
+TEST_F(AttrQueryTest, ReplyValues) {
+  const ValueCase cases[] = {
+      {true, R"({"ACODE":257})", 15100, "G.721 " + T(13457)}, {true, R"({"ACODE":29})", 15100, "Unknown:29"},
+      {true, R"({"ACODE":0})", 15100, ""},                     {true, R"({"VCODE":91})", 15108, "91"},
+      {true, R"({"VCODE":101})", 15108, "SVAC " + T(13458)},   {true, R"({"VCODE":200})", 15108, "Unknown:200"},
+      {true, R"({"ASR":3})", 15102, "48000 Hz"},               {true, R"({"ASR":4})", 15102, ""},
+      {true, R"({"ASB":2})", 15103, "32 " + T(11013)},         {true, R"({"ASB":3})", 15103, "Unknown:3"},
+      {true, R"({"AOUT":0})", 15105, T(15107)},
+      {false, R"({"DTYPE":"437"})", 13601, Bits({{11, 15}, {12, 16}, {11, 17}, {12, 18}, {14, 19}, {21, 0}, {13, 34}})},
+      {false, R"({"GNSSA":26})", 13608, Bits({{14, 22}, {13, 23}, {14, 24}, {13, 25}})},
+      {false, R"({"COMMA":106})", 13609, Bits({{14, 26}, {13, 27}, {14, 28}, {13, 29}, {14, 30}, {13, 31}, {14, 33}})},
+      {false, "{\"DSIM\":\"\x89\x86\x01" "ABCDEFGH\"}", 13605, "89860141424344454647"},
+      {false, "{\"DSIM\":\"\xA1\\u0000\xFE\",\"DSIMBCD\":\"\"}", 13605, "A100FE00000000000000"},
+      {false, "{\"DSIM\":\"\x89\",\"DSIMBCD\":\"8986A1\"}", 13605, "8986A1"},
+      {false, R"({"DMODEL":")" + std::string(70, 'M') + "\"}", 13603, std::string(63, 'M')},
+  };
+  for (const ValueCase& c : cases) {
+    CDlgQueryAudioVideo audio;
+    CDlgQueryDeviceAttr device;
+    EXPECT_EQ(ValueOf(Query(c.audio ? static_cast<CBaseDlg&>(audio) : device, {c.reply}), c.label), c.value) << c.reply;
+  }
+}
+
+// Not JSON, not an object, a non-zero "Error" or "result": the failed block, appended in reply order.
+TEST_F(AttrQueryTest, BlocksAppendUntilADeviceAttributeQuery) {
+  ASSERT_TRUE(hostref::LoadFleet(R"({"vehicles":[{"name":"V1","devices":[{"id":1,"idno":"91001"}]},
+      {"name":"V2","devices":[{"id":2,"idno":"91002"}]}, {"name":"","devices":[{"id":3,"idno":"91003"}]}]})"));
+  const std::string three = Failed("V1") + Failed("V2") + Failed("91003");
+  const struct { int functionType; std::string command, afterNextQuery; } cases[] = {
+      {45, "33031", Failed("V1")}, {40, "36867", three + Failed("V1")}};
+  for (const auto& c : cases) {
+    const PageEntry* entry = pages::Find(c.functionType, PageHost::kVehicleWindow);
+    ASSERT_TRUE(entry && pages::Find(c.functionType, PageHost::kFunctionPage)) << c.functionType;
+    std::unique_ptr<CBaseDlg> page = entry->make(c.functionType);
+    EXPECT_EQ(Query(*page, {"x", R"({"Error":2,"DTYPE":1})", R"({"Error":0,"result":"4"})"}), three) << c.functionType;
+    EXPECT_EQ(Query(*page, {"[0]"}), c.afterNextQuery) << c.functionType;
+    const hostref::SentRequest last = hostref::net::Sent().back();
+    EXPECT_TRUE(last.envelope.starts_with("{\"Command\":" + c.command + ",") && last.param.empty()) << last.envelope;
+  }
 }
 
 }  // namespace
