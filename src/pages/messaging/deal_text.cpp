@@ -1,3 +1,4 @@
+// The preset text store, the manager popup and the one-text editor popup.
 #include "pages/messaging/deal_text.h"
 
 #include <cstdio>
@@ -6,26 +7,34 @@
 #include "lang/language.h"
 #include "text/encoding.h"
 
+using namespace presettext;
+
 namespace {
-enum Text : int {
-  kTextOk = 11002, kTextCancel = 11003, kTextTooLong = 20301, kTextEmpty = 20302, kTextAtMost20 = 20303,
-  kTextAdd = 20304, kTextModify = 20305, kTextDelete = 20306,
-};
 constexpr int kListColumnWidth = 200;
 
-const plat::DialogTemplate kEditorTemplate{
-    CDlgADealText::kTemplate, "", {360, 220},
-    {{CDlgADealText::kEdit, plat::ControlKind::Edit, "", {10, 40, 350, 150}, plat::style::Multiline | plat::style::WantReturn},
-     {CDlgADealText::kCounter, plat::ControlKind::Static, "", {10, 155, 200, 175}, plat::style::Hidden},
-     {CDlgADealText::kOk, plat::ControlKind::PushButton, "确定", {170, 180, 250, 208}},
-     {CDlgADealText::kCancelButton, plat::ControlKind::PushButton, "取消", {260, 180, 340, 208}}}};
-const plat::DialogTemplate kManagerTemplate{
-    CDlgSetDealText::kTemplate, "", {320, 360},
-    {{CDlgSetDealText::kList, plat::ControlKind::ListView, "", {10, 40, 220, 320}},
-     {CDlgSetDealText::kAdd, plat::ControlKind::PushButton, "添加", {230, 40, 310, 68}},
-     {CDlgSetDealText::kModify, plat::ControlKind::PushButton, "修改", {230, 80, 310, 108}},
-     {CDlgSetDealText::kDelete, plat::ControlKind::PushButton, "删除", {230, 120, 310, 148}},
-     {CDlgSetDealText::kHint, plat::ControlKind::Static, "最多添加20句", {10, 325, 310, 345}}}};
+// Layout groups: the editor is the text, its counter, then the buttons; the
+// manager is the list with its buttons beside it, then the hint.
+const plat::DialogTemplate kEditorTemplate = [] {
+  using plat::ControlKind;
+  namespace style = plat::style;
+  using D = CDlgADealText;
+  return plat::DialogTemplate{
+      D::kTemplate, "", {360, 220},
+      {{D::kEdit, ControlKind::Edit, "", {10, 40, 350, 150}, style::Multiline | style::WantReturn, 0, 0, 0, 0, 1},
+       {D::kCounter, ControlKind::Static, "", {10, 155, 200, 175}, style::Hidden, 0, 0, 0, 0, 2},
+       {D::kOk, ControlKind::PushButton, "确定", {170, 180, 250, 208}, style::Group, 0, 0, 0, 0, 3},
+       {D::kCancelButton, ControlKind::PushButton, "取消", {260, 180, 340, 208}, 0, 0, 0, 0, 0, 3}}};
+}();
+const plat::DialogTemplate kManagerTemplate = [] {
+  using plat::ControlKind;
+  using M = CDlgSetDealText;
+  return plat::DialogTemplate{M::kTemplate, "", {320, 360},
+                              {{M::kList, ControlKind::ListView, "", {10, 40, 220, 320}, 0, 0, 0, 0, 0, 1},
+                               {M::kAdd, ControlKind::PushButton, "添加", {230, 40, 310, 68}, 0, 0, 0, 0, 0, 1},
+                               {M::kModify, ControlKind::PushButton, "修改", {230, 80, 310, 108}, 0, 0, 0, 0, 0, 1},
+                               {M::kDelete, ControlKind::PushButton, "删除", {230, 120, 310, 148}, 0, 0, 0, 0, 0, 1},
+                               {M::kHint, ControlKind::Static, "最多添加20句", {10, 325, 310, 345}, 0, 0, 0, 0, 0, 2}}};
+}();
 const plat::templates::Registration kRegistrations[] = {plat::templates::Registration{kEditorTemplate},
                                                         plat::templates::Registration{kManagerTemplate}};
 }  // namespace
@@ -41,6 +50,10 @@ CDlgADealText::CDlgADealText() : CDlgPopupBase(kTemplate) {
   Bind(kOk, BN_CLICKED, [this] { OnOK(); });
   Bind(kCancelButton, BN_CLICKED, [this] { OnCancel(); });
   Bind(kEdit, EN_CHANGE, [this] { UpdateCounter(); });
+}
+
+int CDlgADealText::DoModal(plat::Window* owner) {
+  return CDlgPopupBase::DoModal(owner) == IDOK ? kAccepted : kRejected;
 }
 
 BOOL CDlgADealText::OnInitDialog() {
@@ -120,7 +133,7 @@ bool CDlgSetDealText::Edit(int titleId, std::string& text) {
   CDlgADealText editor;
   editor.title = LanguageText(titleId);
   editor.text = text;
-  if (editor.DoModal(this) != IDOK) return false;
+  if (editor.DoModal(this) != CDlgADealText::kAccepted) return false;
   text = editor.text;
   return true;
 }
@@ -145,7 +158,7 @@ void CDlgSetDealText::OnAdd() {
 void CDlgSetDealText::OnModify() {
   const int row = List().GetFirstSelected();
   if (row < 0) return;
-  std::string text = txt::Utf8Left(List().GetItemText(row, 0), 255);
+  std::string text = txt::Utf8Left(List().GetItemText(row, 0), kMaxEditChars);
   if (!Edit(kTextModify, text)) return;
   presettext::Write(static_cast<int>(List().GetItemData(row)), text);
   List().SetItemText(row, 0, text);

@@ -8,24 +8,35 @@
 #include "command/dialog_base.h"
 
 namespace presettext {
-constexpr int kConfigId = 718;
-constexpr int kSlots = 20;
+constexpr int kConfigId = 718;  // host configuration id of the entries
+constexpr int kSlots = 20;      // entries 0..19; an empty one is free
+// Language texts of the manager and the editor.
+enum Text : int {
+  kTextOk = 11002, kTextCancel = 11003, kTextTooLong = 20301, kTextEmpty = 20302, kTextAtMost20 = 20303,
+  kTextAdd = 20304, kTextModify = 20305, kTextDelete = 20306,
+};
 std::string Read(int index);
 void Write(int index, const std::string& text);
 }  // namespace presettext
 
 // Edits one text. The owner sets the title and text (and, if it wants, the
-// checks), runs it modally and reads the text back when the result is IDOK.
+// checks), runs it with DoModal and reads the text back when the result is
+// kAccepted (1); cancel, Escape and the close box give kRejected (0).
 class CDlgADealText : public CDlgPopupBase {
  public:
   static constexpr int kTemplate = 4092;
   enum Control : int { kEdit = 4440, kOk = 4441, kCancelButton = 4442, kCounter = 4435 };
+  enum Result : int { kRejected = 0, kAccepted = 1 };
+  static constexpr int kDefaultMaxLength = 255;
 
   CDlgADealText();
+  // Runs the editor modally: kAccepted or kRejected (never the framework's IDCANCEL).
+  int DoModal(plat::Window* owner);
+
   std::string text;
   std::string title;
   bool checkLength = true;
-  int maxLength = 255;
+  int maxLength = kDefaultMaxLength;
   bool allowEmpty = false;
   bool singleLine = false;
 
@@ -41,6 +52,9 @@ class CDlgSetDealText : public CDlgPopupBase {
  public:
   static constexpr int kTemplate = 349;
   enum Control : int { kList = 1257, kAdd = 1451, kModify = 1452, kDelete = 1004, kHint = 1252 };
+
+  // A row's text handed to the editor is cut to this many characters.
+  static constexpr int kMaxEditChars = CDlgADealText::kDefaultMaxLength;
 
   CDlgSetDealText();
 

@@ -1,3 +1,4 @@
+// Free text to the bytes of a JSON string value (see encode_text.h).
 #include "pages/messaging/encode_text.h"
 
 #include "text/encoding.h"

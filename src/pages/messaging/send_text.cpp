@@ -1,3 +1,5 @@
+// The text message page: its template, captions, the two flag layouts, the
+// encoded-length check, the parameter object and the result description.
 #include "pages/messaging/send_text.h"
 
 #include <cstdio>
@@ -14,6 +16,11 @@ namespace {
 constexpr int kFunctionType = 12;
 constexpr uint32_t kDeviceKinds = 0x403;
 constexpr int kTypeNoticeValue = 1, kTypeServiceValue = 2;
+
+// Keys of the parameter object.
+constexpr const char* kKeyFlag = "Flag";
+constexpr const char* kKeyTextType = "TextType";
+constexpr const char* kKeyTextInfo = "TextInfo";
 
 // Flag bits shared by both editions.
 constexpr uint8_t kBitUrgent2013 = 1 << 0, kBitDisplay = 1 << 2, kBitTts = 1 << 3, kBitAdScreen = 1 << 4,
@@ -118,19 +125,20 @@ void CDlgSendText::OnSend() {
 }
 
 BOOL CDlgSendText::CheckParam() {
-  const size_t length = EncodeTextParam(text_).size();
+  const int length = static_cast<int>(EncodeTextParam(text_).size());
   if (length < kMaxEncodedBytes) return TRUE;
-  char prefix[48];
-  std::snprintf(prefix, sizeof prefix, "(%zu>=%zu)", length, kMaxEncodedBytes);
-  ShowMsgTipEx(prefix + LanguageText(kTextLimit), "", 0);
+  // "(%d>=%d)%s": the numbers, then the limit text appended whole, however long.
+  char numbers[32];
+  std::snprintf(numbers, sizeof numbers, "(%d>=%d)", length, kMaxEncodedBytes);
+  ShowMsgTipEx(numbers + LanguageText(kTextLimit), "", 0);
   return FALSE;
 }
 
 Json::Value& CDlgSendText::GetParam(Json::Value& param) {
   param = Json::Value(Json::objectValue);
-  param["Flag"] = flag_;
-  param["TextType"] = textType_;
-  param["TextInfo"] = EncodeTextParam(text_);
+  param[kKeyFlag] = flag_;
+  param[kKeyTextType] = textType_;
+  param[kKeyTextInfo] = EncodeTextParam(text_);
   return param;
 }
 

@@ -27,7 +27,7 @@ enum Text : int {
   kTextNavigation = 15205, kTextCanFault = 15206,
 };
 constexpr int32_t kCommand = 0x8300;
-constexpr size_t kMaxEncodedBytes = 1024;
+constexpr int kMaxEncodedBytes = 1024;  // the encoded text must stay below this
 constexpr int kMaxChars = 1023;
 }  // namespace sendtext
 
