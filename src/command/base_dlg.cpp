@@ -6,7 +6,6 @@
 #include "host/hostcore.h"
 #include "host/hostnet.h"
 #include "lang/language.h"
-#include "platform/loop.h"
 #include "text/json.h"
 
 CBaseDlg::CBaseDlg(int templateId)
@@ -90,17 +89,6 @@ void CBaseDlg::AppendDevice(int devId) {
 size_t CBaseDlg::OutstandingCount() {
   CAutoLock guard(lock);
   return RequestTable.size();
-}
-
-size_t CBaseDlg::QueuedCount() {
-  CAutoLock guard(lock);
-  return TargetQueue.size();
-}
-
-bool CBaseDlg::IsSending() {
-  CAutoLock guard(lock);
-  return !TargetQueue.empty() || !RequestTable.empty() || plat::MessageLoop::Instance().HasTimer(GetSafeHwnd(), timer::Send) ||
-         plat::MessageLoop::Instance().HasTimer(GetSafeHwnd(), timer::Done);
 }
 
 void CBaseDlg::OnTimer(UINT_PTR id) {

@@ -79,8 +79,6 @@ class CBaseDlg : public CDlgChildBase {
   // Loads the page's own record for a device.
   void LoadOwnCaps(int devId) { ownCaps_.LoadOwn(devId); }
   size_t OutstandingCount();
-  size_t QueuedCount();
-  bool IsSending();
 
   // ---- fields ----------------------------------------------------------------
   int32_t FunctionType = -1;

@@ -1,7 +1,6 @@
 #include "platform/loop.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "platform/window.h"
 
@@ -30,7 +29,6 @@ bool MessageLoop::Post(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
     if (!windows_.count(reinterpret_cast<uintptr_t>(hwnd))) return false;
     queue_.push_back({hwnd, msg, wParam, lParam});
   }
-  posted_.notify_all();
   return true;
 }
 
@@ -147,44 +145,6 @@ bool MessageLoop::RunUntilIdle(uint64_t maxMs) {
     if (*due > end) return false;
     if (*due > manual->NowMs()) manual->Set(*due);
   }
-}
-
-void MessageLoop::Run() {
-  {
-    std::lock_guard lock(mutex_);
-    quit_ = false;
-  }
-  for (;;) {
-    RunPending();
-    std::unique_lock lock(mutex_);
-    if (quit_) return;
-    if (!queue_.empty()) continue;
-    std::optional<uint64_t> due;
-    for (const auto& [key, timer] : timers_) {
-      if (!due || timer.due < *due) due = timer.due;
-    }
-    if (due) {
-      const uint64_t now = clock_->NowMs();
-      const auto wait = std::chrono::milliseconds(*due > now ? *due - now : 0);
-      posted_.wait_for(lock, wait, [&] { return quit_ || !queue_.empty(); });
-    } else {
-      posted_.wait(lock, [&] { return quit_ || !queue_.empty(); });
-    }
-    if (quit_) return;
-  }
-}
-
-void MessageLoop::Quit() {
-  {
-    std::lock_guard lock(mutex_);
-    quit_ = true;
-  }
-  posted_.notify_all();
-}
-
-bool MessageLoop::WaitForPost(int timeoutMs) {
-  std::unique_lock lock(mutex_);
-  return posted_.wait_for(lock, std::chrono::milliseconds(timeoutMs), [&] { return !queue_.empty(); });
 }
 
 HWND MessageLoop::Register(Window* window) {

@@ -14,10 +14,8 @@
 //   now, until none is left, and returns how many it handled.
 // - RunFor(ms) on a manual clock advances time timer by timer, dispatching at
 //   each step, so a test can run several seconds of pacing instantly.
-// - Run() is the blocking loop of a program on the steady clock, until Quit().
 #pragma once
 
-#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -58,10 +56,6 @@ class MessageLoop {
   bool RunUntilIdle(uint64_t maxMs);
   bool HasPosted() const;
 
-  void Run();
-  void Quit();
-  // Blocks until a message is posted or the timeout passes (real time).
-  bool WaitForPost(int timeoutMs);
 
   // Window registry (used by Window).
   HWND Register(Window* window);
@@ -90,14 +84,12 @@ class MessageLoop {
   bool FireOneDueTimer();
 
   mutable std::mutex mutex_;
-  std::condition_variable posted_;
   std::deque<Posted> queue_;
   std::unordered_map<uintptr_t, Window*> windows_;
   uintptr_t nextHandle_ = 0x1000;
   std::map<TimerKey, Timer> timers_;
   uint64_t timerOrder_ = 0;
   Clock* clock_;
-  bool quit_ = false;
 };
 
 }  // namespace plat

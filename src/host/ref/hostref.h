@@ -113,7 +113,6 @@ void SetOpenObserver(std::function<void(const SentRequest&)> observer);
 std::vector<SentRequest> Sent();
 void ClearSent();
 size_t OpenChannels();
-size_t TotalOpened();
 }  // namespace net
 
 }  // namespace hostref

@@ -84,7 +84,6 @@ class Simulator {
   size_t unheldPending_ = 0;  // answers queued or running, not held
   NETHANDLE nextHandle_ = 1;
   uint64_t order_ = 0;
-  size_t totalOpened_ = 0;
   std::vector<hostref::SentRequest> sent_;
   bool quit_ = false;
 
@@ -202,7 +201,6 @@ int NETCLIENT_MNOpenNormalCmd(NETHANDLE* handle, const char* devIdno, const char
     channel->request = {channel->handle, dev, envelope ? envelope : "", param ? param : ""};
     sim.sent_.push_back(channel->request);
     sim.channels_[channel->handle] = channel;
-    ++sim.totalOpened_;
     *handle = channel->handle;
     observer = sim.openObserver_;
     if (observer) request = channel->request;
@@ -389,9 +387,5 @@ size_t OpenChannels() {
   return Sim().channels_.size();
 }
 
-size_t TotalOpened() {
-  std::lock_guard lock(Sim().mutex_);
-  return Sim().totalOpened_;
-}
 
 }  // namespace hostref::net
