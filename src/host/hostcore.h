@@ -80,6 +80,16 @@ class CVersionsMgr {
   static BOOL IsVersions(int version, int sub);
 };
 
+namespace plat {
+struct ImageList;
+}
+
+// The device-state images of the host, for a tree of devices or functions.
+class CMgrDevImg {
+ public:
+  static void InitDevStateImgList(plat::ImageList& images);
+};
+
 class CLayoutMgr {
  public:
   static BOOL IsSupportVer7_21();

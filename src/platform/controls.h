@@ -204,6 +204,15 @@ class ListView : public Control {
   CellSource source_;
 };
 
+// An image list: image size, colour depth, how many images it holds and by
+// how many it grows. The images themselves are the owner's.
+struct ImageList {
+  SIZE imageSize{};
+  int bitsPerPixel = 32;
+  int count = 0;
+  int grow = 0;
+};
+
 // Tree items are numbered handles; 0 is none, kTreeRoot the invisible root.
 using HTREEITEM = int;
 constexpr HTREEITEM kTreeRoot = -0x10000;
@@ -232,9 +241,8 @@ class TreeView : public Control {
   // Items in display order (depth first), for views and tests.
   std::vector<HTREEITEM> Walk() const;
   int Depth(HTREEITEM item) const;
-  // Image list attached by the owner (count of images).
-  void SetImageCount(int count) { imageCount_ = count; }
-  int ImageCount() const { return imageCount_; }
+  void SetImageList(const ImageList& images) { images_ = images; }
+  const ImageList& GetImageList() const { return images_; }
 
  private:
   struct Item {
@@ -250,7 +258,7 @@ class TreeView : public Control {
   std::vector<Item> items_;            // handle h is items_[h - 1]
   std::vector<HTREEITEM> topLevel_;
   HTREEITEM selected_ = 0;
-  int imageCount_ = 0;
+  ImageList images_;
 };
 
 // A date or time picker holding one SYSTEMTIME; the display format uses the

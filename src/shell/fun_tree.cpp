@@ -2,10 +2,12 @@
 
 #include "command/device_caps.h"
 #include "command/ids.h"
+#include "host/hostcore.h"
 #include "shell/fun_tree_builder.h"
 
 namespace {
-constexpr int kImageCount = 25;
+// The tree's images: 18 by 16 pixels, 32-bit colour, 25 at first, growing by 32.
+constexpr plat::ImageList kTreeImages{{18, 16}, 32, 25, 32};
 const plat::DialogTemplate kTreeTemplate{CDlg808FunTree::kTemplate, "", {300, 800},
                                          {{CDlg808FunTree::kTreeId, plat::ControlKind::TreeView, "", {0, 0, 300, 800}}}};
 const plat::templates::Registration kRegistration{kTreeTemplate};
@@ -16,8 +18,9 @@ CDlg808FunTree::CDlg808FunTree() : plat::Dialog(kTemplate) {
 }
 
 BOOL CDlg808FunTree::OnInitDialog() {
-  // The host fills the device-state images.
-  Tree()->SetImageCount(kImageCount);
+  plat::ImageList images = kTreeImages;
+  CMgrDevImg::InitDevStateImgList(images);
+  Tree()->SetImageList(images);
   return TRUE;
 }
 
