@@ -192,6 +192,22 @@ TEST_F(FunctionPageTest, ResultListMenuAndDoubleClick) {
   EXPECT_EQ(list->GetItemCount(), 0);
 }
 
+TEST_F(FunctionPageTest, LayoutScalesWithTheScreen) {
+  plat::SetDpi(120);  // s(n) = 1.25 n rounded, t(n) the mean of n and s(n): t(30) = 34
+  window.Layout();
+  EXPECT_EQ(window.GetRect(), (RECT{1, 34, 799, 591})) << "inside the host: 1 in, t(30) down, 9 up";
+  const int W = 798, H = 557;
+  EXPECT_EQ(window.Tree()->GetRect(), (RECT{1, 1, 1 + 375 - 2, 1 + H - 2}));
+  EXPECT_EQ(window.GetDlgItem(4400)->GetRect(), (RECT{376, H - 338 + 1, W - 10, H - 8}));
+  EXPECT_EQ(window.GetDlgItem(4399)->GetRect(), (RECT{376 + 10, H - 337 + 25, W - 20, H - 18}));
+  EXPECT_EQ(window.PageRect(), (RECT{376, 1, W - 10, H - 48 - 338 - 1}));
+  const RECT batch = window.GetDlgItem(ctl::Cancel)->GetRect(), set = window.GetDlgItem(ctl::Set)->GetRect();
+  EXPECT_EQ(batch.right, W - 125);
+  EXPECT_EQ(batch.top, window.PageRect().bottom + 10 + 1);
+  EXPECT_EQ(set.right, batch.left - 28) << "the set button stands s(22) left of the batch buttons";
+  plat::SetDpi(96);
+}
+
 TEST(WindowSizes, ByFunctionType) {
   struct Case {
     int type, height, width;
