@@ -67,7 +67,9 @@ class CDlgPopupBase : public CDialogBase {
   void OnDestroy() override;
 
  private:
-  void LayoutBars();
+  // Puts the title bar inset pixels inside the left and right edges and
+  // 1 + drop below the top, and the bottom bar along the bottom, as wide.
+  void PlaceBars(int inset, int drop);
   std::unique_ptr<plat::Window> titleBar_;
   std::unique_ptr<plat::Window> bottomBar_;
   bool hasTitle_ = true;

@@ -4,11 +4,8 @@
 
 #include <string>
 
-#include "command/base_dlg.h"
 #include "command/device_caps.h"
-#include "command/ids.h"
 #include "command/plugin_log.h"
-#include "host/hostcore.h"
 #include "lang/language.h"
 #include "platform/window.h"
 #include "plugin/module_state.h"
@@ -22,26 +19,6 @@
 namespace {
 constexpr int32_t kOk = 0, kFailed = 1;
 constexpr int32_t kFunPageWidth = 900, kFunPageHeight = 815;
-
-// Host messages to a vehicle function window.
-enum WindowMsg : uint32_t {
-  kSetContext = 1,
-  kShow = 2,
-  kAlarmText = 4,
-  kStartAlarmHandling = 5,
-  kConfirmAlarm = 7,
-  kLoadDeviceCaps = 9,
-  kShowContextData = 65535,
-};
-constexpr int kAlarmTextControl = 4161;
-constexpr int kTypeConfirmAlarm = 54;
-
-bool IsType(int type, std::initializer_list<int> types) {
-  for (int t : types) {
-    if (t == type) return true;
-  }
-  return false;
-}
 
 template <class F>
 int32_t Guarded(const char* name, int32_t onError, F&& body) {
@@ -57,46 +34,6 @@ int32_t Guarded(const char* name, int32_t onError, F&& body) {
 
 plat::Window* ParentWindow(FLEETCMD_HWND parent) { return plat::Window::FromHandle(reinterpret_cast<HWND>(parent)); }
 
-void HandleWindowMsg(CDlgMain& window, uint32_t message, uintptr_t w, intptr_t l) {
-  CBaseDlg* page = window.Page();
-  if (!page) return;
-  const int type = window.FunctionType();
-  const bool newAlarm = CLayoutMgr::IsSupportVer7_21() && IsType(type, {103, 104});
-  const bool oldAlarm = !newAlarm && IsType(type, {100, 101});
-  switch (message) {
-    case kSetContext:
-      page->contextPointer = w;
-      page->contextCount = static_cast<uint32_t>(l);
-      break;
-    case kShow:
-      window.ShowWindow(static_cast<int>(w));
-      break;
-    case kAlarmText:
-      if ((newAlarm || oldAlarm) && w) {
-        page->SetItemText(kAlarmTextControl, txt::Utf16ToUtf8(reinterpret_cast<const char16_t*>(w)));
-      }
-      break;
-    case kStartAlarmHandling:
-      if (newAlarm) {
-        page->SendMessage(WM_COMMAND, MAKEWPARAM(ctl::Set, BN_CLICKED), 0);
-      } else if (oldAlarm) {
-        page->PostClick(ctl::Set);
-      }
-      break;
-    case kConfirmAlarm:
-      if (type == kTypeConfirmAlarm) page->PostClick(ctl::Set);
-      break;
-    case kLoadDeviceCaps:
-      page->LoadOwnCaps(static_cast<int>(l));
-      page->UpdateProtocolControls();
-      break;
-    case kShowContextData:
-      page->ShowContextData();
-      break;
-    default:
-      break;
-  }
-}
 }  // namespace
 
 extern "C" {
@@ -226,7 +163,7 @@ FLEETCMD_API int32_t FLEETCMD_CALL DLL808_CallName(const char* deviceNumber) {
 FLEETCMD_API int32_t FLEETCMD_CALL DLL_WindowMsg(void* window, uint32_t message, uintptr_t wParam, intptr_t lParam) {
   return Guarded("DLL_WindowMsg", kFailed, [&] {
     if (!window) return kFailed;
-    HandleWindowMsg(*static_cast<CDlgMain*>(window), message, wParam, lParam);
+    static_cast<CDlgMain*>(window)->OnHostMessage(message, wParam, lParam);
     return kOk;
   });
 }

@@ -1,6 +1,10 @@
 #include "shell/dlg_main.h"
 
+#include <algorithm>
+
 #include "command/base_dlg.h"
+#include "host/hostcore.h"
+#include "text/encoding.h"
 #include "command/ids.h"
 #include "command/page_registry.h"
 #include "lang/language.h"
@@ -14,6 +18,23 @@ const plat::DialogTemplate kMainTemplate{CDlgMain::kTemplate, "", {815, 780},
                                           {resultlist::kListId, plat::ControlKind::ListView, "", {9, 500, 806, 762},
                                            plat::style::Hidden}}};
 const plat::templates::Registration kRegistration{kMainTemplate};
+
+// Host messages to the window.
+enum HostMessage : uint32_t {
+  kSetContext = 1,
+  kShow = 2,
+  kAlarmText = 4,
+  kStartAlarmHandling = 5,
+  kConfirmAlarm = 7,
+  kLoadDeviceCaps = 9,
+  kShowContextData = 65535,
+};
+constexpr int kAlarmTextControl = 4161;
+constexpr int kTypeConfirmAlarm = 54;
+
+bool IsType(int type, std::initializer_list<int> types) {
+  return std::find(types.begin(), types.end(), type) != types.end();
+}
 
 // Messages of the page that the host answers.
 constexpr UINT kForwarded[] = {msg::HostForward13318, msg::HostForward13330, msg::HostForward13335,
@@ -90,4 +111,45 @@ LRESULT CDlgMain::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return 0;
   }
   return CDlgChildBase::WindowProc(message, wParam, lParam);
+}
+
+void CDlgMain::OnHostMessage(uint32_t message, uintptr_t w, intptr_t l) {
+  CBaseDlg* page = page_.get();
+  if (!page) return;
+  // The alarm pages of the newer layout are 103 and 104; before it, 100 and 101.
+  const bool newAlarm = CLayoutMgr::IsSupportVer7_21() && IsType(functionType_, {103, 104});
+  const bool oldAlarm = !newAlarm && IsType(functionType_, {100, 101});
+  switch (message) {
+    case kSetContext:
+      page->contextPointer = w;
+      page->contextCount = static_cast<uint32_t>(l);
+      break;
+    case kShow:
+      ShowWindow(static_cast<int>(w));
+      break;
+    case kAlarmText:
+      if ((newAlarm || oldAlarm) && w) {
+        page->SetItemText(kAlarmTextControl, txt::Utf16ToUtf8(reinterpret_cast<const char16_t*>(w)));
+      }
+      break;
+    case kStartAlarmHandling:
+      if (newAlarm) {
+        page->SendMessage(WM_COMMAND, MAKEWPARAM(ctl::Set, BN_CLICKED), 0);
+      } else if (oldAlarm) {
+        page->PostClick(ctl::Set);
+      }
+      break;
+    case kConfirmAlarm:
+      if (functionType_ == kTypeConfirmAlarm) page->PostClick(ctl::Set);
+      break;
+    case kLoadDeviceCaps:
+      page->LoadOwnCaps(static_cast<int>(l));
+      page->UpdateProtocolControls();
+      break;
+    case kShowContextData:
+      page->ShowContextData();
+      break;
+    default:
+      break;
+  }
 }

@@ -22,6 +22,8 @@ class CDlgMain : public CDlgChildBase {
   CXListCtrl* ResultList() const;
   // Fits the window into its parent's client area.
   void FitIntoParent();
+  // A message of the host for the page shown here (1, 2, 4, 5, 7, 9, 65535; others are ignored).
+  void OnHostMessage(uint32_t message, uintptr_t wParam, intptr_t lParam);
 
  protected:
   BOOL OnInitDialog() override;

@@ -1,7 +1,10 @@
+// Encodings: UTF-8 inside, code page 936 through iconv at the edges, UTF-16
+// at the plug-in boundary, and the form encoding of request texts.
 #include "text/encoding.h"
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 
@@ -10,41 +13,44 @@ namespace {
 
 constexpr char kDefaultChar = '?';
 constexpr char32_t kReplacement = 0xFFFD;
+constexpr std::string_view kReplacementUtf8 = "\xEF\xBF\xBD";
 
-// One iconv descriptor per direction and thread.
+// An iconv descriptor; each thread keeps one per direction.
 class Converter {
  public:
   Converter(const char* to, const char* from) : cd_(iconv_open(to, from)) {}
   ~Converter() {
-    if (cd_ != reinterpret_cast<iconv_t>(-1)) iconv_close(cd_);
+    if (Ok()) iconv_close(cd_);
   }
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
-  bool Ok() const { return cd_ != reinterpret_cast<iconv_t>(-1); }
-  // Converts one whole input; false when a character cannot be converted.
-  bool Convert(std::string_view in, std::string& out) {
-    iconv(cd_, nullptr, nullptr, nullptr, nullptr);
+
+  // Converts all of `in` onto `out`. Where a sequence cannot be converted
+  // (no mapping, invalid or cut), appends `replacement` and goes on after the
+  // skip(rest) bytes that `skip` says the bad sequence takes (at least one).
+  template <class Skip>
+  void Convert(std::string_view in, std::string& out, std::string_view replacement, Skip skip) {
     char* src = const_cast<char*>(in.data());
     size_t srcLeft = in.size();
-    char buffer[256];
+    if (Ok()) iconv(cd_, nullptr, nullptr, nullptr, nullptr);
+    char buffer[1024];
     while (srcLeft > 0) {
       char* dst = buffer;
       size_t dstLeft = sizeof buffer;
-      const size_t r = iconv(cd_, &src, &srcLeft, &dst, &dstLeft);
+      const size_t r = Ok() ? iconv(cd_, &src, &srcLeft, &dst, &dstLeft) : static_cast<size_t>(-1);
       out.append(buffer, sizeof buffer - dstLeft);
-      if (r == static_cast<size_t>(-1) && errno != E2BIG) return false;
+      if (r != static_cast<size_t>(-1) || (Ok() && errno == E2BIG)) continue;
+      out += replacement;
+      const size_t n = std::clamp<size_t>(skip(std::string_view(src, srcLeft)), 1, srcLeft);
+      src += n;
+      srcLeft -= n;
     }
-    return true;
   }
 
  private:
+  bool Ok() const { return cd_ != reinterpret_cast<iconv_t>(-1); }
   iconv_t cd_;
 };
-
-Converter& ToGbk() {
-  thread_local Converter converter("CP936", "UTF-8");
-  return converter;
-}
 
 // Decodes one UTF-8 character at text[i]; returns its length, 0 when invalid.
 size_t DecodeUtf8(std::string_view text, size_t i, char32_t& cp) {
@@ -101,30 +107,19 @@ bool IsAscii(std::string_view text) {
 
 std::string Utf8ToGbk(std::string_view utf8) {
   if (IsAscii(utf8)) return std::string(utf8);
+  thread_local Converter converter("CP936", "UTF-8");
   std::string out;
   out.reserve(utf8.size());
-  Converter& converter = ToGbk();
-  // Character by character outside ASCII, so one unmapped character costs
-  // only itself.
+  // Invalid bytes are cut out here, so iconv only sees valid runs and each
+  // character it refuses is one without a mapping.
   for (size_t i = 0; i < utf8.size();) {
+    size_t end = i;
     char32_t cp;
-    const size_t len = DecodeUtf8(utf8, i, cp);
-    if (len == 0) {
-      out += kDefaultChar;
-      ++i;
-      continue;
-    }
-    if (cp < 0x80) {
-      out += static_cast<char>(cp);
-    } else {
-      std::string encoded;
-      if (converter.Ok() && converter.Convert(utf8.substr(i, len), encoded) && !encoded.empty()) {
-        out += encoded;
-      } else {
-        out += kDefaultChar;
-      }
-    }
-    i += len;
+    for (size_t len; end < utf8.size() && (len = DecodeUtf8(utf8, end, cp)) != 0;) end += len;
+    converter.Convert(utf8.substr(i, end - i), out, std::string_view(&kDefaultChar, 1),
+                      [&](std::string_view rest) { return DecodeUtf8(rest, 0, cp); });
+    if (end < utf8.size()) out += kDefaultChar, ++end;
+    i = end;
   }
   return out;
 }
@@ -134,22 +129,7 @@ std::string GbkToUtf8(std::string_view gbk) {
   thread_local Converter converter("UTF-8", "CP936");
   std::string out;
   out.reserve(gbk.size() * 3 / 2);
-  for (size_t i = 0; i < gbk.size();) {
-    const unsigned char c = static_cast<unsigned char>(gbk[i]);
-    if (c < 0x80) {
-      out += static_cast<char>(c);
-      ++i;
-      continue;
-    }
-    std::string decoded;
-    if (i + 1 < gbk.size() && converter.Ok() && converter.Convert(gbk.substr(i, 2), decoded) && !decoded.empty()) {
-      out += decoded;
-      i += 2;
-    } else {
-      AppendUtf8(out, kReplacement);
-      ++i;
-    }
-  }
+  converter.Convert(gbk, out, kReplacementUtf8, [](std::string_view) { return size_t{1}; });
   return out;
 }
 

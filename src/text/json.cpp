@@ -1,7 +1,10 @@
+// JSON helpers: defensive parsing, the compact request writer and integer
+// reading of reply members.
 #include "text/json.h"
 
 #include <json/json.h>
 
+#include <climits>
 #include <cmath>
 #include <memory>
 #include <sstream>
@@ -10,20 +13,34 @@ namespace txt {
 namespace {
 constexpr int kStackLimit = 256;
 
-std::optional<int64_t> DecimalText(const std::string& s) {
-  size_t i = 0, end = s.size();
-  while (i < end && s[i] == ' ') ++i;
-  while (end > i && s[end - 1] == ' ') --end;
+// 2^63 as a double: reals at or beyond it in either direction (except -2^63) do not fit.
+constexpr double kInt64Bound = 9223372036854775808.0;
+
+bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+// Blanks, an optional sign, decimal digits, blanks; nothing else.
+std::optional<int64_t> DecimalText(std::string_view s) {
+  while (!s.empty() && IsBlank(s.front())) s.remove_prefix(1);
+  while (!s.empty() && IsBlank(s.back())) s.remove_suffix(1);
   bool negative = false;
-  if (i < end && (s[i] == '+' || s[i] == '-')) negative = s[i++] == '-';
-  if (i == end) return std::nullopt;
-  int64_t value = 0;
-  for (; i < end; ++i) {
-    if (s[i] < '0' || s[i] > '9') return std::nullopt;
-    if (value > (INT64_MAX - 9) / 10) return std::nullopt;
-    value = value * 10 + (s[i] - '0');
+  if (!s.empty() && (s.front() == '+' || s.front() == '-')) {
+    negative = s.front() == '-';
+    s.remove_prefix(1);
   }
-  return negative ? -value : value;
+  if (s.empty()) return std::nullopt;
+  const uint64_t limit = negative ? uint64_t{1} << 63 : static_cast<uint64_t>(INT64_MAX);
+  uint64_t value = 0;
+  for (char c : s) {
+    if (c < '0' || c > '9') return std::nullopt;
+    const unsigned digit = static_cast<unsigned>(c - '0');
+    if (value > (limit - digit) / 10) return std::nullopt;
+    value = value * 10 + digit;
+  }
+  return negative ? static_cast<int64_t>(0 - value) : static_cast<int64_t>(value);
+}
+
+const Json::Value* Member(const Json::Value& object, const char* key) {
+  return object.isObject() ? object.find(key, key + std::char_traits<char>::length(key)) : nullptr;
 }
 }  // namespace
 
@@ -32,11 +49,12 @@ std::optional<int64_t> JsonToInt(const Json::Value& value) {
     case Json::intValue:
       return value.asInt64();
     case Json::uintValue:
+      if (value.asUInt64() > static_cast<uint64_t>(INT64_MAX)) return std::nullopt;
       return static_cast<int64_t>(value.asUInt64());
     case Json::realValue: {
-      const double d = value.asDouble();
-      if (!std::isfinite(d) || d >= 9.2e18 || d <= -9.2e18) return std::nullopt;
-      return static_cast<int64_t>(std::trunc(d));
+      const double d = std::trunc(value.asDouble());
+      if (!(d >= -kInt64Bound && d < kInt64Bound)) return std::nullopt;  // also NaN
+      return static_cast<int64_t>(d);
     }
     case Json::booleanValue:
       return value.asBool() ? 1 : 0;
@@ -48,16 +66,13 @@ std::optional<int64_t> JsonToInt(const Json::Value& value) {
 }
 
 int JsonMemberInt(const Json::Value& object, const char* key, int absentValue) {
-  if (!object.isObject()) return absentValue;
-  const Json::Value* member = object.find(key, key + std::char_traits<char>::length(key));
-  if (!member) return absentValue;
-  auto value = JsonToInt(*member);
+  const Json::Value* member = Member(object, key);
+  const auto value = member ? JsonToInt(*member) : std::nullopt;
   return value ? static_cast<int>(static_cast<uint32_t>(*value)) : absentValue;
 }
 
 std::string JsonMemberString(const Json::Value& object, const char* key) {
-  if (!object.isObject()) return {};
-  const Json::Value* member = object.find(key, key + std::char_traits<char>::length(key));
+  const Json::Value* member = Member(object, key);
   return member && member->isString() ? member->asString() : std::string();
 }
 
@@ -68,9 +83,11 @@ std::string WriteCompactJson(const Json::Value& value) {
     builder["emitUTF8"] = true;
     return std::unique_ptr<Json::StreamWriter>(builder.newStreamWriter());
   }();
-  std::ostringstream out;
+  thread_local std::ostringstream out;
+  out.str({});
+  out.clear();
   writer->write(value, &out);
-  return std::move(out).str();
+  return out.str();
 }
 
 bool ParseJson(std::string_view text, Json::Value& out) {
@@ -82,10 +99,12 @@ bool ParseJson(std::string_view text, Json::Value& out) {
     return std::unique_ptr<Json::CharReader>(builder.newCharReader());
   }();
   std::string errors;
+  bool ok = false;
   try {
-    return reader->parse(text.data(), text.data() + text.size(), &out, &errors);
+    ok = reader->parse(text.data(), text.data() + text.size(), &out, &errors);
   } catch (const std::exception&) {
-    return false;
   }
+  if (!ok) out = Json::Value();
+  return ok;
 }
 }  // namespace txt

@@ -1,8 +1,11 @@
+// Profile (INI) files: decoding, parsing into a table, and lookups with the
+// platform's rules.
 #include "text/profile.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
+#include <set>
 
 #include "text/encoding.h"
 #include "text/numbers.h"
@@ -40,12 +43,21 @@ std::string Decode(const std::string& bytes) {
   if (bytes.size() >= 3 && bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) return SanitizeUtf8(bytes.substr(3));
   return SanitizeUtf8(bytes);
 }
+
+// A value enclosed in matching single or double quotation marks loses them.
+std::string_view Unquote(std::string_view value) {
+  if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front()) {
+    return value.substr(1, value.size() - 2);
+  }
+  return value;
+}
 }  // namespace
 
 ProfileFile ProfileFile::Parse(std::string_view text) {
   ProfileFile file;
+  std::set<std::string> seenSections;
   std::string section;
-  bool inSection = false;
+  bool reading = false;  // inside the first section of its name
   while (!text.empty()) {
     const size_t end = text.find('\n');
     std::string_view line = Trim(text.substr(0, end));
@@ -54,17 +66,19 @@ ProfileFile ProfileFile::Parse(std::string_view text) {
     if (line.front() == '[') {
       const size_t close = line.find(']');
       section = std::string(line.substr(1, close == std::string_view::npos ? std::string_view::npos : close - 1));
-      inSection = true;
+      reading = seenSections.insert(Lower(Trim(section))).second;
       continue;
     }
     const size_t eq = line.find('=');
-    if (!inSection || eq == std::string_view::npos) continue;
-    file.values_.emplace(Key(section, line.substr(0, eq)), std::string(Trim(line.substr(eq + 1))));
+    if (!reading || eq == std::string_view::npos) continue;
+    file.values_.emplace(Key(section, line.substr(0, eq)), std::string(Unquote(Trim(line.substr(eq + 1)))));
   }
   return file;
 }
 
 std::optional<ProfileFile> ProfileFile::Load(const std::string& path) {
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(path, ec)) return std::nullopt;
   std::ifstream in(path, std::ios::binary);
   if (!in) return std::nullopt;
   const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());

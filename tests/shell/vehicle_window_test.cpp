@@ -103,3 +103,59 @@ TEST_F(VehicleWindowTest, FunctionPagePointQueryTellsTheHostOfTheLastAnswer) {
 }
 
 }  // namespace
+
+namespace {
+
+// A page that records what the host asks of it.
+class HostDrivenPage : public TestPage {
+ public:
+  HostDrivenPage() { Bind(ctl::Set, BN_CLICKED, [this] { ++setClicks; }); }
+  void UpdateProtocolControls() override { ++protocolUpdates; }
+  void ShowContextData() override { ++contextShows; }
+  int setClicks = 0, protocolUpdates = 0, contextShows = 0;
+};
+
+constexpr int kConfirmType = 54, kAlarmType = 100;
+
+TEST_F(VehicleWindowTest, HostMessagesReachThePage) {
+  // The rules hang on the function types 54 and 100 themselves, so the test page stands in
+  // for their pages; a page registered for them first would be found before it.
+  [[maybe_unused]] static const PageRegistration pages[] = {
+      {{kConfirmType, kAlarmType, 9204}, PageHost::kVehicleWindow, [](int) { return std::make_unique<HostDrivenPage>(); }}};
+  ASSERT_TRUE(hostref::LoadFleet(R"({"vehicles":[{"name":"N","devices":[{"id":2,"idno":"91002","attrs":{"80":1}}]}]})"));
+  TestHost host;
+  struct Case {
+    int type;
+    uint32_t message;
+    int clicks;
+  };
+  // Button 1601 is pressed by message 7 only for the confirmation page, by 5 only for an alarm page.
+  const Case cases[] = {{kConfirmType, 7, 1}, {9204, 7, 0}, {kAlarmType, 5, 1}, {kConfirmType, 5, 0}, {9204, 3, 0}};
+  for (const Case& c : cases) {
+    CDlgMain window(c.type);
+    ASSERT_TRUE(window.CreateDlg(&host));
+    window.ShowWindow(plat::SW_SHOW);
+    window.OnHostMessage(c.message, 0, 0);
+    plat::MessageLoop::Instance().RunPending();
+    EXPECT_EQ(static_cast<HostDrivenPage*>(window.Page())->setClicks, c.clicks) << c.type << " " << c.message;
+  }
+
+  CDlgMain window(kAlarmType);
+  ASSERT_TRUE(window.CreateDlg(&host));
+  auto* page = static_cast<HostDrivenPage*>(window.Page());
+  window.OnHostMessage(1, 0x1234, 3);
+  EXPECT_EQ(page->contextPointer, 0x1234u);
+  EXPECT_EQ(page->contextCount, 3u);
+  window.OnHostMessage(9, 0, 2);
+  EXPECT_TRUE(page->Caps().bProtocol2019) << "the page loads its own record for the device";
+  EXPECT_EQ(page->protocolUpdates, 2) << "once when attached, once for message 9";
+  window.OnHostMessage(65535, 0, 0);
+  EXPECT_EQ(page->contextShows, 1);
+  const std::u16string text = u"报警处理";
+  window.OnHostMessage(4, reinterpret_cast<uintptr_t>(text.c_str()), 0);
+  EXPECT_EQ(page->GetItemText(4161), "") << "the test page has no control 4161; nothing breaks";
+  window.OnHostMessage(2, plat::SW_HIDE, 0);
+  EXPECT_FALSE(window.IsShown());
+}
+
+}  // namespace
