@@ -333,7 +333,7 @@ void ScriptRunner::Register() {
     const int index = static_cast<int>(Number(a[1]));
     bool done = false;
     if (auto* combo = dynamic_cast<plat::ComboBox*>(control)) done = combo->UserSelect(index);
-    else if (auto* list = dynamic_cast<plat::ListView*>(control)) done = list->UserClick(index);
+    else if (auto* list = dynamic_cast<plat::ListView*>(control)) done = index >= 0 && index < list->GetItemCount() && list->UserClick(index);
     else throw ScriptError{"control " + a[0] + " is no combo box or list"};
     if (!done) throw ScriptError{"control " + a[0] + " has no entry " + a[1]};
   };

@@ -1,41 +1,64 @@
+// The dialog chrome: theme colours for statics and dialog backgrounds, dragging
+// the host's top-level window from an empty spot of a child dialog, and the
+// popup's title bar, bottom bar and frame hit testing.
 #include "command/dialog_base.h"
 
 #include "lang/path_manager.h"
 #include "platform/clock.h"
 
 namespace {
+// Theme keys: the text colour of statics and the background of dialogs.
 constexpr const char* kThemeText = "m_dwRGBTextColor";
 constexpr const char* kThemeBackground = "m_dwRGBDlgPopupBaseBK";
 
-bool IsStaticLike(const plat::Control& control) {
+// Title bar insets: at creation and without a frame, and with the frame flag.
+constexpr int kBarInset = 1;
+constexpr int kFramedBarInset = 3;
+constexpr int kFramedBarDrop = 2;
+
+// Controls that ask for their colours the way static texts do.
+bool AsksLikeStatic(const plat::Control& control) {
   switch (control.Kind()) {
     case plat::ControlKind::Static:
     case plat::ControlKind::GroupBox:
       return true;
     case plat::ControlKind::Edit:
-      // Read-only and disabled edits ask for their colours the way statics do.
       return (control.Style() & plat::style::ReadOnly) || !control.IsWindowEnabled();
     default:
       return false;
   }
+}
+
+// The resizing answer for a point near the frame of r, or 0 in the body.
+int FrameHit(const RECT& r, POINT p, int margin) {
+  static constexpr int kHits[3][3] = {{HTTOPLEFT, HTTOP, HTTOPRIGHT},
+                                      {HTLEFT, 0, HTRIGHT},
+                                      {HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT}};
+  const int column = p.x < r.left + margin ? 0 : p.x >= r.right - margin ? 2 : 1;
+  const int row = p.y < r.top + margin ? 0 : p.y >= r.bottom - margin ? 2 : 1;
+  return kHits[row][column];
 }
 }  // namespace
 
 // ---- CDialogBase --------------------------------------------------------------
 
 CtlColorAnswer CDialogBase::OnCtlColor(plat::Window* control) {
-  CtlColorAnswer themed{false, true, CPathManager::Instance().Color(kThemeText),
-                        CPathManager::Instance().Color(kThemeBackground), true};
+  CPathManager& theme = CPathManager::Instance();
+  CtlColorAnswer answer;
   if (control == this) {
-    CtlColorAnswer dialog;
-    dialog.framework = false;
-    dialog.themeBrush = true;
-    dialog.background = themed.background;
-    return dialog;
+    answer.framework = false;
+    answer.background = theme.Color(kThemeBackground);
+    answer.themeBrush = true;
+    return answer;
   }
   const auto* c = dynamic_cast<const plat::Control*>(control);
-  if (!c || !IsStaticLike(*c) || (c->Style() & plat::style::SystemColors)) return CtlColorAnswer{};
-  return themed;
+  if (!c || !AsksLikeStatic(*c) || (c->Style() & plat::style::SystemColors)) return answer;
+  answer.framework = false;
+  answer.transparent = true;
+  answer.text = theme.Color(kThemeText);
+  answer.background = theme.Color(kThemeBackground);
+  answer.themeBrush = true;
+  return answer;
 }
 
 // ---- CDlgChildBase: dragging the host's window --------------------------------
@@ -54,11 +77,11 @@ void CDlgChildBase::OnMouse(UINT message, UINT flags, POINT) {
       }
       dragged_ = GetTopLevel();
       windowStart_ = dragged_->GetWindowRect();
-      lastMove_ = plat::GetTickCount() - kDragIntervalMs;
       return;
     }
     case WM_MOUSEMOVE:
-      if (dragging_ && (flags & plat::MK_LBUTTON)) MoveDragged();
+      // Only the left button held: a drag with another button or key does not move.
+      if (dragging_ && flags == plat::MK_LBUTTON) MoveDragged();
       return;
     case WM_LBUTTONUP:
       if (!dragging_) return;
@@ -75,11 +98,12 @@ void CDlgChildBase::OnMouse(UINT message, UINT flags, POINT) {
 
 void CDlgChildBase::MoveDragged() {
   const DWORD now = plat::GetTickCount();
-  // Unsigned difference: right across a wrap of the tick counter.
+  // Unsigned difference: right across a wrap of the 32-bit tick counter.
   if (static_cast<DWORD>(now - lastMove_) < kDragIntervalMs || !dragged_) return;
   const POINT cursor = plat::screen::GetCursorPos();
   const int dx = cursor.x - dragStart_.x, dy = cursor.y - dragStart_.y;
-  dragged_->MoveWindow({windowStart_.left + dx, windowStart_.top + dy, windowStart_.right + dx, windowStart_.bottom + dy});
+  dragged_->MoveWindow(
+      {windowStart_.left + dx, windowStart_.top + dy, windowStart_.right + dx, windowStart_.bottom + dy});
   lastMove_ = now;
 }
 
@@ -90,41 +114,42 @@ int CDlgPopupBase::TitleBarHeight() const { return hasTitle_ ? plat::t(kTitleHei
 BOOL CDlgPopupBase::OnInitDialog() {
   titleBar_ = std::make_unique<plat::Window>();
   bottomBar_ = std::make_unique<plat::Window>();
-  titleBar_->Create(this, 0, GetWindowText(), RECT{}, true);
-  bottomBar_->Create(this, 0, "", RECT{}, true);
-  LayoutBars();
+  titleBar_->Create(this, 0, GetWindowText(), RECT{});
+  bottomBar_->Create(this, 0, "", RECT{});
+  PlaceBars(kBarInset, 0);
   return CDialogBase::OnInitDialog();
 }
 
-void CDlgPopupBase::OnSize() { LayoutBars(); }
-
-void CDlgPopupBase::LayoutBars() {
+void CDlgPopupBase::OnSize() {
   if (!titleBar_ || !bottomBar_) return;
+  if (frame_) {
+    PlaceBars(kFramedBarInset, kFramedBarDrop);
+  } else {
+    PlaceBars(kBarInset, 0);
+  }
+}
+
+void CDlgPopupBase::PlaceBars(int inset, int drop) {
   const RECT client = GetClientRect();
-  const int inset = frame_ ? 3 : 1, drop = frame_ ? 2 : 0;
-  titleBar_->MoveWindow({client.left + inset, client.top + 1 + drop, client.right - inset,
-                         client.top + 1 + drop + TitleBarHeight()});
+  const int top = client.top + kBarInset + drop;
+  titleBar_->MoveWindow({client.left + inset, top, client.right - inset, top + TitleBarHeight()});
   bottomBar_->MoveWindow({client.left + inset, client.bottom - kBottomBarHeight, client.right - inset, client.bottom});
 }
 
 int CDlgPopupBase::OnNcHitTest(POINT screenPoint) {
+  const int hit = CDialogBase::OnNcHitTest(screenPoint);
   const RECT r = GetWindowRect();
+  if (hit != HTCLIENT || !r.Contains(screenPoint)) return hit;
   if (frame_) {
-    const bool left = screenPoint.x < r.left + kResizeMargin, right = screenPoint.x >= r.right - kResizeMargin;
-    const bool top = screenPoint.y < r.top + kResizeMargin, bottom = screenPoint.y >= r.bottom - kResizeMargin;
-    if (top && left) return HTTOPLEFT;
-    if (top && right) return HTTOPRIGHT;
-    if (bottom && left) return HTBOTTOMLEFT;
-    if (bottom && right) return HTBOTTOMRIGHT;
-    if (left) return HTLEFT;
-    if (right) return HTRIGHT;
-    if (top) return HTTOP;
-    if (bottom) return HTBOTTOM;
+    if (const int edge = FrameHit(r, screenPoint, kResizeMargin)) return edge;
   }
-  return r.Contains(screenPoint) ? HTCAPTION : HTCLIENT;
+  // The body counts as the caption, so dragging anywhere moves the popup.
+  return HTCAPTION;
 }
 
 void CDlgPopupBase::OnDestroy() {
+  if (titleBar_) titleBar_->DestroyWindow();
+  if (bottomBar_) bottomBar_->DestroyWindow();
   titleBar_.reset();
   bottomBar_.reset();
   CDialogBase::OnDestroy();

@@ -1,8 +1,8 @@
+// The language table: texts by id from the language file, cached once found.
 #include "lang/language.h"
 
 #include <sys/stat.h>
 
-#include <fstream>
 #include <memory>
 
 #include "host/hostcore.h"
@@ -16,12 +16,14 @@ std::unique_ptr<CLanguage>& Slot() {
 }
 std::mutex g_instanceLock;
 
-long long Stamp(const std::string& path) {
-  struct stat st {};
-  if (stat(path.c_str(), &st) != 0) return -1;
-  return static_cast<long long>(st.st_mtim.tv_sec) * 1000000000LL + st.st_mtim.tv_nsec + st.st_size;
-}
 }  // namespace
+
+CLanguage::FileStamp CLanguage::StampOf(const std::string& path) {
+  struct stat st {};
+  if (stat(path.c_str(), &st) != 0) return {};
+  return {static_cast<long long>(st.st_mtim.tv_sec) * 1000000000LL + st.st_mtim.tv_nsec,
+          static_cast<long long>(st.st_size)};
+}
 
 CLanguage& CLanguage::Instance() {
   std::lock_guard guard(g_instanceLock);
@@ -38,11 +40,13 @@ void CLanguage::DeleteInstance() {
 BOOL CLanguage::SetPath(const std::string& path) {
   std::lock_guard guard(lock_);
   if (path == path_) return FALSE;
-  if (!std::ifstream(path, std::ios::binary)) return FALSE;
+  const FileStamp stamp = StampOf(path);
+  auto file = txt::ProfileFile::Load(path);
+  if (!file) return FALSE;
   path_ = path;
   cache_.clear();
-  file_.reset();
-  fileStamp_ = -1;
+  file_ = std::move(file);
+  fileStamp_ = stamp;
   return TRUE;
 }
 
@@ -57,7 +61,7 @@ std::string CLanguage::LanguageText(int id) {
   if (it != cache_.end()) return it->second;
   if (path_.empty()) return {};
   // A text not cached is read from the file as it is now.
-  const long long stamp = Stamp(path_);
+  const FileStamp stamp = StampOf(path_);
   if (!file_ || stamp != fileStamp_) {
     file_ = txt::ProfileFile::Load(path_);
     fileStamp_ = stamp;

@@ -1,7 +1,8 @@
 // The language table: every visible text of the plug-in by numeric id, read
 // from section "STRING" of the language file the host names. Found texts are
-// cached until the file changes; empty or missing texts are looked up in the
-// file again next time, so they appear as soon as the file has them.
+// cached until the path changes; empty or missing texts are looked up in the
+// file again next time, so they appear as soon as the file has them. One lock
+// guards the table, so any thread may look texts up.
 #pragma once
 
 #include <map>
@@ -22,18 +23,27 @@ class CLanguage {
   static void DeleteInstance();
 
   // FALSE when the path is the current one or the file cannot be opened;
-  // then nothing changes.
+  // then nothing changes. Otherwise keeps the path and empties the cache.
   BOOL SetPath(const std::string& path);
   std::string Path();
+  // The text of an id, at most kMaxTextChars characters; "" when missing.
   std::string LanguageText(int id);
 
  private:
   std::recursive_mutex lock_;
   std::string path_;
   std::map<int, std::string> cache_;
-  // The file as last read, kept while the file is unchanged on disk.
+  // When a file was last written, and its size.
+  struct FileStamp {
+    long long time = -1, size = -1;
+    bool operator==(const FileStamp&) const = default;
+  };
+  static FileStamp StampOf(const std::string& path);
+
+  // The file as last read, kept while it is unchanged on disk, so a text not
+  // cached costs one file read only when the file has changed.
   std::optional<txt::ProfileFile> file_;
-  long long fileStamp_ = -1;
+  FileStamp fileStamp_;
 };
 
 std::string LanguageText(int id);

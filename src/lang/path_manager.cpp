@@ -1,3 +1,4 @@
+// Theme paths and colours read from the style and colour files.
 #include "lang/path_manager.h"
 
 #include <filesystem>
@@ -7,7 +8,12 @@
 #include "text/profile.h"
 
 namespace {
+constexpr const char* kStyleFile = "UIStyle.ini";
+constexpr const char* kConfig = "CONFIG";
+constexpr const char* kColorFile = "color_config.ini";
+constexpr const char* kColorSection = "COLOR";
 constexpr size_t kFolderChars = 260;
+constexpr int kDefaultBorderStyle = 1;
 constexpr const char* kFlatDesign = "m_nFlatDesign";
 constexpr const char* kBorderStyle = "m_dwBroderStyle";
 // The system colours a theme falls back to.
@@ -43,66 +49,65 @@ CPathManager& CPathManager::Instance() {
 }
 
 void CPathManager::Reload() {
-  loaded_ = false;
-  colors_.clear();
-  Load();
+  std::lock_guard guard(lock_);
+  theme_.reset();
 }
 
 COLORREF CPathManager::ParseColor(std::string_view text) {
   int parts[3] = {0, 0, 0};
-  for (int i = 0; i < 3; ++i) {
+  for (int& part : parts) {
     const size_t comma = text.find(',');
-    parts[i] = txt::WToI(text.substr(0, comma));
+    part = txt::WToI(text.substr(0, comma));
     if (comma == std::string_view::npos) break;
     text.remove_prefix(comma + 1);
   }
   return RGB(parts[0], parts[1], parts[2]);
 }
 
-void CPathManager::Load() {
-  if (loaded_) return;
-  loaded_ = true;
+CPathManager::Theme CPathManager::Read() {
+  Theme theme;
   const std::string app = GetAppPath();
-  const auto style = txt::ProfileFile::Load(app + "UIStyle.ini").value_or(txt::ProfileFile::Parse(""));
-  style_ = style.GetInt("CONFIG", "UI_STYLE", 0);
-  const std::string folder =
-      style.GetString("STYLE" + std::to_string(style_), "FOLDER", "Default", kFolderChars);
-  theme_ = app + "Theme/" + folder + "/";
-  common_ = app + "Theme/Common/";
-  logo_ = app + "Theme/Logo/";
-  buttonZoom_ = style.GetInt("CONFIG", "ButtonZoomSize", 1);
-  showIcon_ = style.GetInt("CONFIG", "IsDlgShowIcon", 1);
-  iconId_ = style.GetInt("CONFIG", "DlgShowIconID", 128);
+  const auto style = txt::ProfileFile::Load(app + kStyleFile).value_or(txt::ProfileFile());
+  theme.style = style.GetInt(kConfig, "UI_STYLE", 0);
+  const std::string folder = style.GetString("STYLE" + std::to_string(theme.style), "FOLDER", "Default", kFolderChars);
+  theme.folder = app + "Theme/" + folder + "/";
+  theme.common = app + "Theme/Common/";
+  theme.logo = app + "Theme/Logo/";
+  theme.buttonZoom = style.GetInt(kConfig, "ButtonZoomSize", 1);
+  theme.showIcon = style.GetInt(kConfig, "IsDlgShowIcon", 1);
+  theme.iconId = style.GetInt(kConfig, "DlgShowIconID", 128);
 
-  const auto colors = txt::ProfileFile::Load(theme_ + "color_config.ini").value_or(txt::ProfileFile::Parse(""));
+  const auto colors = txt::ProfileFile::Load(theme.folder + kColorFile).value_or(txt::ProfileFile());
   for (const BuiltIn& builtIn : kBuiltIns) {
-    auto value = colors.Find("COLOR", builtIn.key);
-    colors_[builtIn.key] = value ? ParseColor(*value) : builtIn.value;
+    const auto value = colors.Find(kColorSection, builtIn.key);
+    theme.colors[builtIn.key] = value ? ParseColor(*value) : builtIn.value;
   }
-  auto border = colors.Find("COLOR", kBorderStyle);
-  colors_[kBorderStyle] = border ? static_cast<COLORREF>(txt::WToI(*border)) : 1;
+  theme.colors[kBorderStyle] = static_cast<COLORREF>(colors.GetInt(kColorSection, kBorderStyle, kDefaultBorderStyle));
+  return theme;
 }
 
-int CPathManager::StyleNumber() { return Load(), style_; }
-std::string CPathManager::ThemeFolder() { return Load(), theme_; }
-std::string CPathManager::CommonFolder() { return Load(), common_; }
-std::string CPathManager::LogoFolder() { return Load(), logo_; }
-int CPathManager::ButtonZoomSize() { return Load(), buttonZoom_; }
-bool CPathManager::DlgShowIcon() { return Load(), showIcon_ != 0; }
-int CPathManager::DlgShowIconId() { return Load(), iconId_; }
-int CPathManager::FlatDesign() { return GetRValue(Color(kFlatDesign)); }
-int CPathManager::BorderStyle() { return static_cast<int>(Color(kBorderStyle)); }
+int CPathManager::StyleNumber() const { return With([](const Theme& t) { return t.style; }); }
+std::string CPathManager::ThemeFolder() const { return With([](const Theme& t) { return t.folder; }); }
+std::string CPathManager::CommonFolder() const { return With([](const Theme& t) { return t.common; }); }
+std::string CPathManager::LogoFolder() const { return With([](const Theme& t) { return t.logo; }); }
+int CPathManager::ButtonZoomSize() const { return With([](const Theme& t) { return t.buttonZoom; }); }
+bool CPathManager::DlgShowIcon() const { return With([](const Theme& t) { return t.showIcon != 0; }); }
+int CPathManager::DlgShowIconId() const { return With([](const Theme& t) { return t.iconId; }); }
+int CPathManager::FlatDesign() const { return GetRValue(Color(kFlatDesign)); }
+int CPathManager::BorderStyle() const { return static_cast<int>(Color(kBorderStyle)); }
 
-COLORREF CPathManager::Color(std::string_view key) {
-  Load();
-  auto it = colors_.find(key);
-  return it == colors_.end() ? 0 : it->second;
+COLORREF CPathManager::Color(std::string_view key) const {
+  return With([key](const Theme& t) {
+    const auto it = t.colors.find(key);
+    return it == t.colors.end() ? COLORREF{0} : it->second;
+  });
 }
 
-std::string CPathManager::FindImage(const std::string& name) {
+std::string CPathManager::FindImage(const std::string& name) const {
+  const std::string folder = ThemeFolder();
   for (const char* ext : {".png", ".jpg"}) {
-    const std::string path = ThemeFolder() + name + ext;
-    if (std::filesystem::exists(path)) return path;
+    std::error_code ec;
+    if (std::filesystem::exists(folder + name + ext, ec)) return folder + name + ext;
   }
   return {};
 }

@@ -324,8 +324,10 @@ void ListView::SetItemCountEx(int count, CellSource source) {
 bool ListView::UserClick(int row) {
   if (!AcceptsInput()) return false;
   for (auto& r : rows_) r.selected = false;
-  if (Row* r = RowAt(row)) r->selected = true;
-  NotifyParentItem(LVN_ITEMCHANGED, row, true);
+  Row* clicked = RowAt(row);
+  if (clicked) clicked->selected = true;
+  // A click below the rows is on no row.
+  NotifyParentItem(LVN_ITEMCHANGED, clicked ? row : -1, true);
   return true;
 }
 

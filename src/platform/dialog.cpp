@@ -85,6 +85,7 @@ bool Dialog::CreateDlg(Window* parent) {
   const DialogTemplate* tmpl = templates::Find(templateId_);
   if (!tmpl) return false;
   if (!Create(parent, 0, tmpl->caption, RECT{0, 0, tmpl->size.cx, tmpl->size.cy}, false)) return false;
+  controls_.clear();  // those of an earlier creation went with its window
   for (const ControlSpec& entry : tmpl->controls) {
     std::unique_ptr<Control> control = MakeControl(entry);
     control->SetStyle(entry.styles);

@@ -130,7 +130,8 @@ size_t MessageLoop::RunFor(uint64_t ms) {
     if (*due > manual->NowMs()) manual->Set(*due);
     handled += RunPending();
   }
-  manual->Set(end);
+  // A handler may have run the clock on (a nested wait); time never goes back.
+  if (manual->NowMs() < end) manual->Set(end);
   return handled + RunPending();
 }
 

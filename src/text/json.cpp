@@ -9,19 +9,18 @@
 #include <memory>
 #include <sstream>
 
+#include "text/numbers.h"
+
 namespace txt {
 namespace {
 constexpr int kStackLimit = 256;
 
-// 2^63 as a double: reals at or beyond it in either direction (except -2^63) do not fit.
+// 2^63 as a double: truncated reals outside [-2^63, 2^63) do not fit 64 bits.
 constexpr double kInt64Bound = 9223372036854775808.0;
-
-bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 // Blanks, an optional sign, decimal digits, blanks; nothing else.
 std::optional<int64_t> DecimalText(std::string_view s) {
-  while (!s.empty() && IsBlank(s.front())) s.remove_prefix(1);
-  while (!s.empty() && IsBlank(s.back())) s.remove_suffix(1);
+  s = TrimBlanks(s);
   bool negative = false;
   if (!s.empty() && (s.front() == '+' || s.front() == '-')) {
     negative = s.front() == '-';

@@ -11,8 +11,9 @@
 #include <json/value.h>
 
 namespace txt {
-// Integers, unsigned integers, reals (truncated), booleans and strings that
-// hold a decimal number; any other type counts as absent.
+// Integers, unsigned integers, reals (truncated toward zero), booleans (1/0)
+// and strings that hold a decimal number (blanks around, an optional sign,
+// digits only); any other type, and a value beyond 64 bits, counts as absent.
 std::optional<int64_t> JsonToInt(const Json::Value& value);
 // A member read with JsonToInt (truncated to 32 bits); absentValue when the
 // value is no object or the member is absent or unreadable.
@@ -21,6 +22,7 @@ int JsonMemberInt(const Json::Value& object, const char* key, int absentValue);
 std::string JsonMemberString(const Json::Value& object, const char* key);
 // No spaces, no line breaks, no trailing newline; members in key order.
 std::string WriteCompactJson(const Json::Value& value);
-// False on any error (not JSON, too deep, trailing garbage).
+// False on any error (not JSON, nested too deep, trailing garbage); out is
+// then null.
 bool ParseJson(std::string_view text, Json::Value& out);
 }  // namespace txt

@@ -6,5 +6,11 @@
 #include <string_view>
 
 namespace txt {
+// Space, tab, line feed, vertical tab, form feed, carriage return.
+constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+// The text without blanks at either end.
+std::string_view TrimBlanks(std::string_view text);
+
 int WToI(std::string_view text);
 }  // namespace txt

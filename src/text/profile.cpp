@@ -21,14 +21,10 @@ std::string Lower(std::string_view s) {
   return out;
 }
 
-std::string_view Trim(std::string_view s) {
-  const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
-  while (!s.empty() && blank(s.front())) s.remove_prefix(1);
-  while (!s.empty() && blank(s.back())) s.remove_suffix(1);
-  return s;
+// The table key of a name pair: "section\nkey", trimmed and lower-cased.
+std::string Key(std::string_view section, std::string_view key) {
+  return Lower(TrimBlanks(section)) + "\n" + Lower(TrimBlanks(key));
 }
-
-std::string Key(std::string_view section, std::string_view key) { return Lower(Trim(section)) + "\n" + Lower(Trim(key)); }
 
 // The file's text as UTF-8, whatever its encoding.
 std::string Decode(const std::string& bytes) {
@@ -60,18 +56,18 @@ ProfileFile ProfileFile::Parse(std::string_view text) {
   bool reading = false;  // inside the first section of its name
   while (!text.empty()) {
     const size_t end = text.find('\n');
-    std::string_view line = Trim(text.substr(0, end));
+    std::string_view line = TrimBlanks(text.substr(0, end));
     text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
     if (line.empty() || line.front() == ';') continue;
     if (line.front() == '[') {
       const size_t close = line.find(']');
       section = std::string(line.substr(1, close == std::string_view::npos ? std::string_view::npos : close - 1));
-      reading = seenSections.insert(Lower(Trim(section))).second;
+      reading = seenSections.insert(Lower(TrimBlanks(section))).second;
       continue;
     }
     const size_t eq = line.find('=');
     if (!reading || eq == std::string_view::npos) continue;
-    file.values_.emplace(Key(section, line.substr(0, eq)), std::string(Unquote(Trim(line.substr(eq + 1)))));
+    file.values_.emplace(Key(section, line.substr(0, eq)), std::string(Unquote(TrimBlanks(line.substr(eq + 1)))));
   }
   return file;
 }
@@ -105,13 +101,10 @@ int ProfileFile::GetInt(std::string_view section, std::string_view key, int defa
 
 std::string GetPrivateProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
                                     size_t bufferChars, const std::string& path) {
-  auto file = ProfileFile::Load(path);
-  if (!file) return bufferChars ? Utf8Left(defaultValue, bufferChars - 1) : std::string();
-  return file->GetString(section, key, defaultValue, bufferChars);
+  return ProfileFile::Load(path).value_or(ProfileFile()).GetString(section, key, defaultValue, bufferChars);
 }
 
 int GetPrivateProfileInt(std::string_view section, std::string_view key, int defaultValue, const std::string& path) {
-  auto file = ProfileFile::Load(path);
-  return file ? file->GetInt(section, key, defaultValue) : defaultValue;
+  return ProfileFile::Load(path).value_or(ProfileFile()).GetInt(section, key, defaultValue);
 }
 }  // namespace txt

@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 #include <json/json.h>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 
 #include "text/encoding.h"
 #include "text/json.h"
@@ -13,12 +15,30 @@
 namespace {
 
 TEST(Encoding, GbkAtTheEdges) {
-  EXPECT_EQ(txt::Utf8ToGbk("中文"), "\xD6\xD0\xCE\xC4");
-  EXPECT_EQ(txt::GbkToUtf8("\xD6\xD0\xCE\xC4"), "中文");
-  EXPECT_EQ(txt::Utf8ToGbk("a😀b"), "a?b") << "no mapping: the default character";
-  EXPECT_EQ(txt::Utf8ToGbk("a\xFF" "b"), "a?b") << "invalid input";
-  EXPECT_EQ(txt::Utf8ToGbk("line\r\n"), "line\r\n");
-  EXPECT_EQ(txt::GbkToUtf8("x\xD6"), "x\xEF\xBF\xBD") << "a cut character";
+  struct Case {
+    const char* what;
+    std::string utf8, gbk;
+  };
+  const Case toGbk[] = {
+      {"Chinese", "中文", "\xD6\xD0\xCE\xC4"},
+      {"no mapping: the default character", "a😀b", "a?b"},
+      {"invalid input", "a\xFF" "b\xE4\xB8", "a?b??"},
+      {"mixed, one bad character each", "中😀文\xFF€", "\xD6\xD0?\xCE\xC4?\x80"},
+      {"ASCII unchanged", "line\r\n", "line\r\n"},
+  };
+  for (const auto& c : toGbk) EXPECT_EQ(txt::Utf8ToGbk(c.utf8), c.gbk) << c.what;
+  const Case fromGbk[] = {
+      {"Chinese", "中文", "\xD6\xD0\xCE\xC4"},
+      {"a cut character", "x\xEF\xBF\xBD", "x\xD6"},
+      {"a bad pair costs one byte", "\xEF\xBF\xBD ", "\xFF "},
+  };
+  for (const auto& c : fromGbk) EXPECT_EQ(txt::GbkToUtf8(c.gbk), c.utf8) << c.what;
+
+  std::string longText;
+  for (int i = 0; i < 1000; ++i) longText += "粤B😀";
+  const std::string gbk = txt::Utf8ToGbk(longText);
+  EXPECT_EQ(gbk.size(), 4000u) << "longer than one conversion buffer";
+  EXPECT_EQ(txt::GbkToUtf8(gbk).substr(0, 8), "粤B?粤");
 }
 
 TEST(Encoding, Utf16AndCharacters) {
@@ -42,7 +62,8 @@ TEST(Numbers, WideToIntegerRule) {
 TEST(Profile, WindowsRules) {
   const auto dir = std::filesystem::path(testing::TempDir());
   const std::string utf8 = (dir / "p8.ini").string(), utf16 = (dir / "p16.ini").string();
-  std::ofstream(utf8) << "; comment\n[Str]\n  Key = 粤B12345 \nkey=second\nn=-12abc\n[other]\nkey=x\n";
+  std::ofstream(utf8) << "; comment\n[Str]\n  Key = 粤B12345 \nkey=second\nn=-12abc\nq=\" x \"\n"
+                         "[other]\nkey=x\n[STR]\nlate=ignored\n";
   const std::u16string wide = txt::Utf8ToUtf16("[STRING]\r\n11004=设置\r\n");
   std::ofstream out16(utf16, std::ios::binary);
   out16 << "\xFF\xFE";
@@ -51,6 +72,9 @@ TEST(Profile, WindowsRules) {
 
   EXPECT_EQ(txt::GetPrivateProfileString("STR", "KEY", "d", 100, utf8), "粤B12345") << "first key wins, case folded";
   EXPECT_EQ(txt::GetPrivateProfileString("str", "key", "d", 3, utf8), "粤B") << "cut to the buffer";
+  EXPECT_EQ(txt::GetPrivateProfileString("str", "key", "d", 0, utf8), "");
+  EXPECT_EQ(txt::GetPrivateProfileString("str", "q", "d", 100, utf8), " x ") << "quotation marks go";
+  EXPECT_EQ(txt::GetPrivateProfileString("str", "late", "dflt", 100, utf8), "dflt") << "only the first section";
   EXPECT_EQ(txt::GetPrivateProfileString("str", "none", "dflt", 100, utf8), "dflt");
   EXPECT_EQ(txt::GetPrivateProfileString("str", "key", "dflt", 100, utf8 + ".missing"), "dflt");
   EXPECT_EQ(txt::GetPrivateProfileInt("Str", "n", 5, utf8), -12);
@@ -58,19 +82,42 @@ TEST(Profile, WindowsRules) {
   EXPECT_EQ(txt::GetPrivateProfileString("string", "11004", "", 259, utf16), "设置");
 }
 
-TEST(Json, IntegersAsRepliesCarryThem) {
+TEST(Json, ToIntAsRepliesCarryThem) {
+  const std::pair<Json::Value, std::optional<int64_t>> cases[] = {
+      {Json::Value(-3), -3},
+      {Json::Value(Json::UInt64(4294967295u)), 4294967295},
+      {Json::Value(Json::UInt64(UINT64_MAX)), std::nullopt},
+      {Json::Value(-2.9), -2},
+      {Json::Value(1e300), std::nullopt},
+      {Json::Value(std::nan("")), std::nullopt},
+      {Json::Value(false), 0},
+      {Json::Value(" -12 "), -12},
+      {Json::Value("+7"), 7},
+      {Json::Value("3x"), std::nullopt},
+      {Json::Value(""), std::nullopt},
+      {Json::Value("-"), std::nullopt},
+      {Json::Value("99999999999999999999"), std::nullopt},
+      {Json::Value(), std::nullopt},
+      {Json::Value(Json::arrayValue), std::nullopt},
+  };
+  for (const auto& [value, expected] : cases) EXPECT_EQ(txt::JsonToInt(value), expected) << value.toStyledString();
+}
+
+TEST(Json, MembersOfReplies) {
   Json::Value v;
-  ASSERT_TRUE(txt::ParseJson(R"({"i":-3,"u":4294967295,"r":2.9,"b":true,"s":" 12 ","x":"3x","n":null,"a":[1]})", v));
-  EXPECT_EQ(txt::JsonMemberInt(v, "i", 99), -3);
-  EXPECT_EQ(txt::JsonMemberInt(v, "u", 99), -1);
-  EXPECT_EQ(txt::JsonMemberInt(v, "r", 99), 2);
-  EXPECT_EQ(txt::JsonMemberInt(v, "b", 99), 1);
+  ASSERT_TRUE(txt::ParseJson(R"({"i":-3,"u":4294967295,"s":" 12 ","x":"3x","a":[1]})", v));
+  EXPECT_EQ(txt::JsonMemberInt(v, "u", 99), -1) << "truncated to 32 bits";
   EXPECT_EQ(txt::JsonMemberInt(v, "s", 99), 12);
-  for (const char* absent : {"x", "n", "a", "missing"}) EXPECT_EQ(txt::JsonMemberInt(v, absent, 99), 99) << absent;
+  for (const char* absent : {"x", "a", "missing"}) EXPECT_EQ(txt::JsonMemberInt(v, absent, 99), 99) << absent;
+  EXPECT_EQ(txt::JsonMemberInt(v["a"], "i", 99), 99) << "not an object";
   EXPECT_EQ(txt::JsonMemberString(v, "s"), " 12 ");
-  EXPECT_EQ(txt::JsonMemberString(v, "i"), "");
-  EXPECT_FALSE(txt::ParseJson("{\"a\":1} x", v));
-  EXPECT_FALSE(txt::ParseJson(std::string(100000, '['), v)) << "too deep";
+  EXPECT_EQ(txt::JsonMemberString(v, "i"), "") << "numbers are not texts";
+
+  const std::string bad[] = {"{\"a\":1} x", std::string(100000, '['), "{\"a\":\"\xFF"};
+  for (const std::string& text : bad) {
+    EXPECT_FALSE(txt::ParseJson(text, v)) << text.substr(0, 10);
+    EXPECT_TRUE(v.isNull());
+  }
 }
 
 TEST(Json, CompactWriterKeepsGbkBytes) {
