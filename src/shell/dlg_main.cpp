@@ -41,29 +41,17 @@ constexpr UINT kForwarded[] = {msg::HostForward13318, msg::HostForward13330, msg
                                msg::HostForward13337, msg::HostForward13338};
 }  // namespace
 
-CDlgMain::CDlgMain(int functionType) : CDlgChildBase(kTemplate), functionType_(functionType) {
-  BindNotify(resultlist::kListId, LVN_RCLICK, [this](const plat::NMITEM&) { resultlist::OnRightClick(*this, *ResultList()); });
-  BindNotify(resultlist::kListId, LVN_DBLCLK, [this](const plat::NMITEM& nm) { resultlist::OnDoubleClick(*ResultList(), nm.item); });
-}
+CDlgMain::CDlgMain(int functionType) : CResultListWindow(kTemplate), functionType_(functionType) {}
 
 CDlgMain::~CDlgMain() { DestroyWindow(); }
 
-std::unique_ptr<plat::Control> CDlgMain::MakeControl(const plat::ControlSpec& entry) {
-  if (entry.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
-  return CDlgChildBase::MakeControl(entry);
-}
-
-CXListCtrl* CDlgMain::ResultList() const { return Item<CXListCtrl>(resultlist::kListId); }
-
 BOOL CDlgMain::OnInitDialog() {
-  CDlgChildBase::OnInitDialog();
-  resultlist::SetupColumns(*ResultList());
+  CResultListWindow::OnInitDialog();
   CreatePage();
   if (page_ && !page_->HideResultList) {
     ShowItem(resultlist::kListId, true);
     ShowItem(resultlist::kFrameId, true);
   }
-  SetItemText(resultlist::kFrameId, LanguageText(resultlist::kFrameTextId));
   return TRUE;
 }
 
@@ -84,7 +72,7 @@ void CDlgMain::CreatePage() {
 
 void CDlgMain::OnDestroy() {
   page_.reset();
-  CDlgChildBase::OnDestroy();
+  CResultListWindow::OnDestroy();
 }
 
 void CDlgMain::FitIntoParent() {
@@ -110,7 +98,7 @@ LRESULT CDlgMain::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (GetParent()) GetParent()->SendMessage(WM_CLOSE, wParam, lParam);
     return 0;
   }
-  return CDlgChildBase::WindowProc(message, wParam, lParam);
+  return CResultListWindow::WindowProc(message, wParam, lParam);
 }
 
 void CDlgMain::OnHostMessage(uint32_t message, uintptr_t w, intptr_t l) {

@@ -5,12 +5,12 @@
 
 #include <memory>
 
-#include "command/dialog_base.h"
+#include "shell/result_list.h"
 
 class CBaseDlg;
 class CXListCtrl;
 
-class CDlgMain : public CDlgChildBase {
+class CDlgMain : public CResultListWindow {
  public:
   static constexpr int kTemplate = 4000;
 
@@ -19,7 +19,6 @@ class CDlgMain : public CDlgChildBase {
 
   int FunctionType() const { return functionType_; }
   CBaseDlg* Page() const { return page_.get(); }
-  CXListCtrl* ResultList() const;
   // Fits the window into its parent's client area.
   void FitIntoParent();
   // A message of the host for the page shown here (1, 2, 4, 5, 7, 9, 65535; others are ignored).
@@ -29,7 +28,6 @@ class CDlgMain : public CDlgChildBase {
   BOOL OnInitDialog() override;
   void OnDestroy() override;
   LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& entry) override;
 
  private:
   void CreatePage();

@@ -41,32 +41,21 @@ int TreeType(int type) {
 }
 }  // namespace
 
-CDlg808FunctionPage::CDlg808FunctionPage() : CDlgChildBase(kTemplate) {
+CDlg808FunctionPage::CDlg808FunctionPage() : CResultListWindow(kTemplate) {
   for (int button : {ctl::Get, ctl::Set, ctl::Cancel, ctl::BatchGet}) {
     Bind(button, BN_CLICKED, [this, button] { OnWindowButton(button); });
   }
-  BindNotify(resultlist::kListId, LVN_RCLICK, [this](const plat::NMITEM&) { resultlist::OnRightClick(*this, *ResultList()); });
-  BindNotify(resultlist::kListId, LVN_DBLCLK, [this](const plat::NMITEM& nm) { resultlist::OnDoubleClick(*ResultList(), nm.item); });
 }
 
 CDlg808FunctionPage::~CDlg808FunctionPage() { DestroyWindow(); }
 
-std::unique_ptr<plat::Control> CDlg808FunctionPage::MakeControl(const plat::ControlSpec& entry) {
-  if (entry.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
-  return CDlgChildBase::MakeControl(entry);
-}
-
-CXListCtrl* CDlg808FunctionPage::ResultList() const { return Item<CXListCtrl>(resultlist::kListId); }
-
 BOOL CDlg808FunctionPage::OnInitDialog() {
-  CDlgChildBase::OnInitDialog();
+  CResultListWindow::OnInitDialog();
   tree_ = std::make_unique<CDlg808FunTree>();
   tree_->CreateDlg(this);
   tree_->ShowWindow(plat::SW_SHOW);
   noParamPanel_ = std::make_unique<plat::Dialog>(kNoParamTemplate);
   noParamPanel_->CreateDlg(this);
-  SetItemText(resultlist::kFrameId, LanguageText(resultlist::kFrameTextId));
-  resultlist::SetupColumns(*ResultList());
   SetButtonCaptions(1);
   Layout();
   return TRUE;
@@ -76,7 +65,7 @@ void CDlg808FunctionPage::OnDestroy() {
   tree_.reset();
   noParamPanel_.reset();
   pages_.clear();  // each page stops its open requests as it goes
-  CDlgChildBase::OnDestroy();
+  CResultListWindow::OnDestroy();
 }
 
 CBaseDlg* CDlg808FunctionPage::FindOrCreatePage(int type, bool create) {
@@ -196,7 +185,7 @@ LRESULT CDlg808FunctionPage::WindowProc(UINT message, WPARAM wParam, LPARAM lPar
       if (CBaseDlg* page = FindOrCreatePage(currentType_, false)) MirrorButtons(*page);
       return 0;
     default:
-      return CDlgChildBase::WindowProc(message, wParam, lParam);
+      return CResultListWindow::WindowProc(message, wParam, lParam);
   }
 }
 

@@ -7,13 +7,13 @@
 #include <map>
 #include <memory>
 
-#include "command/dialog_base.h"
+#include "shell/result_list.h"
 
 class CBaseDlg;
 class CDlg808FunTree;
 class CXListCtrl;
 
-class CDlg808FunctionPage : public CDlgChildBase {
+class CDlg808FunctionPage : public CResultListWindow {
  public:
   static constexpr int kTemplate = 4106;
 
@@ -31,7 +31,6 @@ class CDlg808FunctionPage : public CDlgChildBase {
   // Every page adapts its controls to the device the next time it is shown.
   void MarkProtocolUpdatePending();
 
-  CXListCtrl* ResultList() const;
   CDlg808FunTree* Tree() const { return tree_.get(); }
   plat::Dialog* NoParamPanel() const { return noParamPanel_.get(); }
   int CurrentType() const { return currentType_; }
@@ -42,7 +41,6 @@ class CDlg808FunctionPage : public CDlgChildBase {
   BOOL OnInitDialog() override;
   void OnDestroy() override;
   LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& entry) override;
 
  private:
   void MirrorButtons(CBaseDlg& page);

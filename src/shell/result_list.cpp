@@ -61,3 +61,23 @@ void OnDoubleClick(CXListCtrl& list, int row) {
 
 void SetExportHandler(ExportHandler handler) { g_export = handler; }
 }  // namespace resultlist
+
+CResultListWindow::CResultListWindow(int templateId) : CDlgChildBase(templateId) {
+  using namespace resultlist;
+  BindNotify(kListId, LVN_RCLICK, [this](const plat::NMITEM&) { OnRightClick(*this, *ResultList()); });
+  BindNotify(kListId, LVN_DBLCLK, [this](const plat::NMITEM& nm) { OnDoubleClick(*ResultList(), nm.item); });
+}
+
+CXListCtrl* CResultListWindow::ResultList() const { return Item<CXListCtrl>(resultlist::kListId); }
+
+std::unique_ptr<plat::Control> CResultListWindow::MakeControl(const plat::ControlSpec& entry) {
+  if (entry.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
+  return CDlgChildBase::MakeControl(entry);
+}
+
+BOOL CResultListWindow::OnInitDialog() {
+  CDlgChildBase::OnInitDialog();
+  SetItemText(resultlist::kFrameId, LanguageText(resultlist::kFrameTextId));
+  resultlist::SetupColumns(*ResultList());
+  return TRUE;
+}

@@ -2,12 +2,12 @@
 // its context menu (export, clear) and the tip a double click shows.
 #pragma once
 
+#include <memory>
+
+#include "command/dialog_base.h"
 #include "platform/wintypes.h"
 
 class CXListCtrl;
-namespace plat {
-class Window;
-}
 
 namespace resultlist {
 constexpr int kListId = 4399;
@@ -31,3 +31,15 @@ void OnDoubleClick(CXListCtrl& list, int row);
 using ExportHandler = void (*)(plat::Window& owner, CXListCtrl& list);
 void SetExportHandler(ExportHandler handler);
 }  // namespace resultlist
+
+// A hosting window with the result list under its pages: the list widget on
+// control 4399 in frame 4400, its columns and caption, its menu and double click.
+class CResultListWindow : public CDlgChildBase {
+ public:
+  explicit CResultListWindow(int templateId);
+  CXListCtrl* ResultList() const;
+
+ protected:
+  BOOL OnInitDialog() override;
+  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& entry) override;
+};
