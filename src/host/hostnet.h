@@ -1,7 +1,11 @@
 // hostnet: the logged-in session and the normal command channel, as the
 // plug-in calls them. A channel carries one request to one device; its
 // callback runs on a network thread. Once NETCLIENT_MNStopNormalCmd has
-// returned, the channel's callback is not running and will not run again.
+// returned, the channel's callback is not running and will not run again, so
+// the caller may free the user data. Stop waits for a callback running at that
+// moment: the caller must not hold a lock the callback takes (a page takes the
+// request out of its table under its lock, releases it, then stops, closes and
+// frees). Called from inside its own callback, Stop does not wait.
 #pragma once
 
 #include <cstdint>

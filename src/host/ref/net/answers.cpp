@@ -1,0 +1,44 @@
+// The choice of a request's answer: network status, the device's own text,
+// the responder (the simulated terminals) or the default reply.
+#include "host/ref/net/answers.h"
+
+#include <algorithm>
+
+#include "host/ref/net/guard.h"
+
+namespace netsim {
+namespace {
+
+const ReplyText& DefaultReply() {
+  static const ReplyText text = std::make_shared<const std::string>(R"({"Error":0,"result":0})");
+  return text;
+}
+
+}  // namespace
+
+ReplyText Answer::Text(const hostref::SentRequest& request) const {
+  if (status != kStatusAnswered) return nullptr;
+  if (fixed) return fixed;
+  if (responder && *responder) {
+    auto computed = Guarded("hostnet responder", std::optional<std::string>(), [&] { return (*responder)(request); });
+    if (computed) return std::make_shared<const std::string>(std::move(*computed));
+  }
+  return DefaultReply();
+}
+
+const DeviceRule& Settings::RuleOf(const std::string& devIdno) const {
+  static const DeviceRule kNoRule;
+  auto it = devices.find(devIdno);
+  return it == devices.end() ? kNoRule : it->second;
+}
+
+int Settings::DelayOf(const std::string& devIdno) const {
+  return std::max(0, RuleOf(devIdno).delayMs.value_or(delayMs));
+}
+
+Answer Settings::AnswerFor(const std::string& devIdno) const {
+  const DeviceRule& rule = RuleOf(devIdno);
+  return {rule.status, rule.reply, responder};
+}
+
+}  // namespace netsim
