@@ -40,8 +40,9 @@ const plat::templates::Registration kRegistration{kBenchTemplate};
 class BenchPage : public CBaseDlg {
  public:
   BenchPage() : CBaseDlg(kTemplate) {}
-  void EnableParamControls(BOOL) override {}
-  Json::Value& GetParam(Json::Value& param) override {
+  void Send(int32_t command) { StartSend(Mode::kSet, command); }
+  Json::Value GetParam() override {
+    Json::Value param;
     param["Flag"] = 12;
     param["TextType"] = 1;
     param["TextInfo"] = kText;
@@ -116,14 +117,14 @@ void BM_Pipeline(benchmark::State& state) {
     BenchHost host;
     auto page = std::make_unique<BenchPage>();
     page->CreateDlg(&host);
-    page->ResultList = &host.list;
+    HostPage(*page, &host.list, -1, PageButtons::kWindow);
     page->PickerMode = TRUE;
     hostref::SetPickerAnswer(world.devices);
     hostref::net::ClearSent();
     hostref::ClearLog();
     state.ResumeTiming();
 
-    page->StartSend(0x8300);
+    page->Send(0x8300);
     hostref::RunUntilSettled(60 * 60 * 1000);
 
     state.PauseTiming();
@@ -143,7 +144,7 @@ void BM_ResultRows(benchmark::State& state) {
     auto host = std::make_unique<BenchHost>();
     BenchPage page;
     page.CreateDlg(host.get());
-    page.ResultList = &host->list;
+    HostPage(page, &host->list, -1, PageButtons::kWindow);
     CommandRequest request;
     request.SetDevIdno("100001");
     state.ResumeTiming();

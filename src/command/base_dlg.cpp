@@ -8,6 +8,21 @@
 #include "lang/language.h"
 #include "text/json.h"
 
+namespace {
+// The controls a user fills in: everything but statics, frames and the send buttons.
+bool IsParamInput(const plat::ControlSpec& spec) {
+  switch (spec.kind) {
+    case plat::ControlKind::Static:
+    case plat::ControlKind::GroupBox:
+      return false;
+    case plat::ControlKind::PushButton:
+      return spec.id != ctl::Set && spec.id != ctl::Get && spec.id != ctl::Cancel && spec.id != ctl::BatchGet;
+    default:
+      return true;
+  }
+}
+}  // namespace
+
 CBaseDlg::CBaseDlg(int templateId)
     : CDlgChildBase(templateId), setTextId(txtid::Set), getTextId(txtid::Get), cancelTextId(txtid::Cancel) {}
 
@@ -31,6 +46,14 @@ void CBaseDlg::EnableSendControls(BOOL enable) {
   EnableParamControls(enable);
 }
 
+void CBaseDlg::EnableParamControls(BOOL enable) {
+  const plat::DialogTemplate* dialog = plat::templates::Find(TemplateId());
+  if (!dialog) return;
+  for (const plat::ControlSpec& spec : dialog->controls) {
+    if (IsParamInput(spec)) EnableItem(spec.id, enable != FALSE);
+  }
+}
+
 void CBaseDlg::HideSendButtons() {
   for (int id : {ctl::Set, ctl::Get, ctl::Cancel}) ShowItem(id, false);
 }
@@ -47,6 +70,38 @@ void CBaseDlg::AttachToHost() {
   SetItemText(ctl::Get, LanguageText(getTextId));
 }
 
+void HostPage(CBaseDlg& page, CXListCtrl* list, int functionType, PageButtons buttons) {
+  page.ResultList = list;
+  if (buttons == PageButtons::kOwn) {
+    // The page's buttons take their texts only while it has no function type;
+    // the type follows, so that its rows name the function.
+    page.FunctionType = -1;
+    page.AttachToHost();
+  }
+  page.FunctionType = functionType;
+}
+
+void CBaseDlg::StartSend(Mode mode, int32_t commandType) {
+  QueryMode = mode == Mode::kGet ? TRUE : FALSE;
+  StartSend(commandType);
+}
+
+void CBaseDlg::SetBatch(int total, int step) {
+  BatchMode = TRUE;
+  batchTotal = total;
+  batchStep = step > 0 ? step : 1;
+  batchPosition = 0;
+}
+
+CBaseDlg::BatchRange CBaseDlg::CurrentBatch() const {
+  const int left = batchTotal - batchPosition;
+  return {batchPosition, left < batchStep ? (left > 0 ? left : 0) : batchStep};
+}
+
+void CBaseDlg::AppendText(int editId, const std::string& text) {
+  if (auto* edit = Item<plat::Edit>(editId)) edit->AppendText(text);
+}
+
 void CBaseDlg::StartSend(int32_t commandType) {
   if (!CheckParam()) return;
   if (!SelectTargets()) return;
@@ -60,10 +115,7 @@ void CBaseDlg::StartSend(int32_t commandType) {
   SaveInputs();
   EnableSendControls(FALSE);
   CommandType = commandType;
-  if (!BatchMode) {
-    Json::Value param;
-    sharedParam = GetParam(param);
-  }
+  if (!BatchMode) sharedParam = GetParam();
   SetTimer(timer::Send, kFirstSendDelayMs);
 }
 
@@ -138,12 +190,7 @@ BOOL CBaseDlg::SendNext() {
   request->owner = this;
 
   std::string paramText;
-  if (BatchMode) {
-    Json::Value param;
-    paramText = txt::WriteCompactJson(GetParam(param));
-  } else {
-    paramText = txt::WriteCompactJson(sharedParam);
-  }
+  paramText = txt::WriteCompactJson(BatchMode ? GetParam() : sharedParam);
   if (paramText == "null") paramText.clear();
 
   if (BatchMode) {
@@ -205,6 +252,7 @@ void CBaseDlg::StopAll() {
     CAutoLock guard(lock);
     ResultList = nullptr;
     open.swap(RequestTable);
+    answers_.clear();
   }
   // Stopping waits for a callback that is running now; that callback may be
   // waiting for the page lock, so the lock is released first. Having left the

@@ -1,20 +1,26 @@
 // CBaseDlg: the common base of every command page.
 //
-// A page adds its controls and overrides the virtual operations; the base
-// chooses the targets (current device, or the host's device picker), keeps
-// the queue of devices still to serve, builds one JSON request per device,
-// opens one command channel per request (at most kMaxOutstanding at a time,
-// paced by two timers), takes the replies back from the network thread and
-// writes one result row per answered item.
+// A page is its template, its fields and the operations it overrides; the
+// base chooses the targets (current device, or the host's device picker),
+// keeps the queue of devices still to serve, builds one JSON request per
+// device, opens one command channel per request (at most kMaxOutstanding at
+// a time, paced by two timers), takes the replies back from the network
+// thread, parses each reply once and writes one result row per answered item.
+//
+// The page's side is the protected part below: StartSend, the reply hooks,
+// the send settings and the helpers. The hosting windows attach a page with
+// HostPage. The queue, the request table and the lock are the base's own.
 //
 // Threads: everything runs on the UI thread except the reply callback, which
 // only takes the page lock, stores the answer and posts msg::Reply. The lock
-// guards TargetQueue, the batch position and RequestTable; it is never held
-// while a virtual operation runs, nor while a channel is stopped.
+// guards the target queue, the batch position and the request table; it is
+// never held while a virtual operation runs, nor while a channel is stopped.
 #pragma once
 
 #include <deque>
+#include <map>
 #include <set>
+#include <span>
 #include <string>
 
 #include <json/value.h>
@@ -26,6 +32,12 @@
 
 class CXListCtrl;
 
+// How a hosting window shows a page's send buttons.
+enum class PageButtons {
+  kOwn,     // the page shows its own set, get and cancel buttons (vehicle function window)
+  kWindow,  // the window's buttons stand in for them (function page window)
+};
+
 class CBaseDlg : public CDlgChildBase {
  public:
   static constexpr size_t kMaxOutstanding = 100;
@@ -34,22 +46,27 @@ class CBaseDlg : public CDlgChildBase {
   static constexpr UINT kDonePeriodMs = 500;
   static constexpr int kSessionChars = 39;
 
+  // Whether a send sets values on the terminal or gets them back.
+  enum class Mode { kSet, kGet };
+
   explicit CBaseDlg(int templateId);
   ~CBaseDlg() override;
 
   // ---- the virtual operations, in slot order -------------------------------
   // Called on reply for each item of a set, before AddResultRow.
   virtual void PrepareBatch(CommandRequest& request) { (void)request; }
-  // Called on reply for each item of a get, before AddResultRow.
-  virtual void ParseReply(CommandRequest& request) { (void)request; }
+  // Called on reply for each item of a get, before AddResultRow: hands the
+  // reply object to OnAnswer when the terminal answered, else calls OnNoAnswer.
+  virtual void ParseReply(CommandRequest& request);
   virtual void EnableSendControls(BOOL enable);
-  virtual void EnableParamControls(BOOL enable) = 0;
+  // The page's input controls; by default every input control of its template.
+  virtual void EnableParamControls(BOOL enable);
   // Validates the page's input; shows a tip and returns FALSE on the first failure.
   virtual BOOL CheckParam() { return TRUE; }
-  // The command's parameter object (null for none).
-  virtual Json::Value& GetParam(Json::Value& param) = 0;
+  // The command's parameter object; null (the default) sends no parameters.
+  virtual Json::Value GetParam() { return Json::Value(); }
   virtual void AddResultRow(CommandRequest& request);
-  virtual std::string& GetParamDescription(std::string& description) { return description; }
+  virtual std::string GetParamDescription() { return {}; }
   virtual void UpdateBatchProgress() {}
   // Fills the targets by the page's own means when there is neither a picker nor a current device.
   virtual void CollectTargets(std::deque<std::string>& targets) { (void)targets; }
@@ -61,17 +78,27 @@ class CBaseDlg : public CDlgChildBase {
   virtual void HideSendButtons();
   virtual void ShowContextData() {}
 
-  // ---- operations of the base ------------------------------------------------
-  // Called by a page's button handler after it has set QueryMode and its fields.
-  void StartSend(int32_t commandType);
-  // Called by the hosting window after creating the page and setting ResultList.
+  // ---- what the hosting windows use --------------------------------------------
+  // Gives a created page its result list (null: none) and function type.
+  friend void HostPage(CBaseDlg& page, CXListCtrl* list, int functionType, PageButtons buttons);
+  // Runs each time the hosting window shows the page.
   void AttachToHost();
-  void RestoreInputs();
-  void SaveInputs();
+  int32_t GetFunctionType() const { return FunctionType; }
+  CXListCtrl* GetResultList() const { return ResultList; }
 
+  int32_t ButtonTextMode = 1;
+  BOOL PickerMode = FALSE;
+  BOOL HideResultList = FALSE;
+  BOOL UsesNoParamPanel = FALSE;
+  BOOL ProtocolUpdatePending = TRUE;
+  uintptr_t contextPointer = 0;
+  uint32_t contextCount = 0;
+
+  // ---- the base's own operations -------------------------------------------------
   // The command channel's reply callback (network thread).
   static void CALLBACK FUNSetupMsgCB(int32_t status, const char* reply, void* user);
-  // "Error", then "result", read as integers; 0 for null or non-JSON text.
+  // "Error", then "result", read as integers; 0 for null or non-JSON text. A
+  // value beyond 32 bits is an error, never success.
   static int32_t ParseResult(const char* reply);
 
   // The flags of the target device: the page's own record when loaded, else the shared one.
@@ -79,45 +106,59 @@ class CBaseDlg : public CDlgChildBase {
   // Loads the page's own record for a device.
   void LoadOwnCaps(int devId) { ownCaps_.LoadOwn(devId); }
   size_t OutstandingCount();
+  uint32_t GetDeviceKindMask() const { return DeviceKindMask; }
+  int32_t GetCommandType() const { return CommandType; }
+  BOOL IsQueryMode() const { return QueryMode; }
 
-  // ---- fields ----------------------------------------------------------------
-  int32_t FunctionType = -1;
-  int32_t ButtonTextMode = 1;
-  const uint32_t* SavedControls = nullptr;
-  int32_t SavedControlCount = 0;
-  int setTextId;
-  int getTextId;
-  int cancelTextId;
-  BOOL PickerMode = FALSE;
-  CXListCtrl* ResultList = nullptr;
-  int32_t CommandType = -1;
+ protected:
+  // ---- the page's side -------------------------------------------------------------
+  // Called by a page's button handler once its fields are read: sets QueryMode and sends.
+  void StartSend(Mode mode, int32_t commandType);
+  // Sends with QueryMode as it stands.
+  void StartSend(int32_t commandType);
+
+  // The page's own initialisation: lists, defaults. The template's language
+  // texts are shown before it and the remembered inputs restored after it.
+  virtual void OnInitPage() {}
+  // A get's reply for one item, when the terminal answered: a JSON object
+  // whose "Error" and "result" are absent or 0. Parsed once per request.
+  virtual void OnAnswer(CommandRequest& request, const Json::Value& reply) { (void)request, (void)reply; }
+  // A get's reply for one item that is not such an object, or reports an error.
+  virtual void OnNoAnswer(CommandRequest& request) { (void)request; }
+
+  // Items of a batched send: each request carries `step` of `total` items.
+  struct BatchRange {
+    int first = 0;
+    int count = 0;
+  };
+  void SetBatch(int total, int step);
+  // The items the request being built carries (for GetParam in BatchMode).
+  BatchRange CurrentBatch() const;
+
+  // Adds text to the end of a multi-line edit, in place.
+  void AppendText(int editId, const std::string& text);
+
   BOOL QueryMode = FALSE;
   BOOL BatchMode = FALSE;
   int32_t batchPosition = 0;
   int32_t batchStep = 1;
   int32_t batchTotal = 0;
-  BOOL HideResultList = FALSE;
   uint32_t DeviceKindMask = 0;
-  BOOL UsesNoParamPanel = FALSE;
-  uintptr_t contextPointer = 0;
-  uint32_t contextCount = 0;
-  BOOL ProtocolUpdatePending = TRUE;
+  // Controls remembered between runs (SavedControl descriptors).
+  std::span<const uint32_t> SavedControls;
+  int setTextId;
+  int getTextId;
+  int cancelTextId;
 
- protected:
   BOOL OnInitDialog() final;
-  // The page's own initialisation: captions, lists, defaults. Remembered
-  // inputs are restored after it.
-  virtual void OnInitPage() {}
   LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
   void OnTimer(UINT_PTR id) override;
   void OnDestroy() override;
 
-  std::deque<std::string> TargetQueue;
-  std::set<CommandRequest*> RequestTable;
-  Json::Value sharedParam;
-  CMutexLock lock;
-
  private:
+  friend class BaseDlgAccess;  // tests of the base
+  void RestoreInputs();
+  void SaveInputs();
   BOOL SelectTargets();
   BOOL SelectTargetsWithPicker();
   void AppendDevice(int devId);
@@ -128,16 +169,18 @@ class CBaseDlg : public CDlgChildBase {
   void CloseChannel(CommandRequest* request);
   void StopAll();
 
+  int32_t FunctionType = -1;
+  CXListCtrl* ResultList = nullptr;
+  int32_t CommandType = -1;
+  std::deque<std::string> TargetQueue;
+  std::set<CommandRequest*> RequestTable;
+  Json::Value sharedParam;
+  CMutexLock lock;
+  // Reply objects parsed on the network thread, by request, until the page takes them.
+  std::map<const CommandRequest*, Json::Value> answers_;
+  // The reply object of the request being handled (null when it did not parse).
+  const Json::Value* currentAnswer_ = nullptr;
   DeviceCaps ownCaps_;
 };
 
-// A page that sends no parameters and has no input controls of its own.
-class CNoParamDlg : public CBaseDlg {
- public:
-  using CBaseDlg::CBaseDlg;
-  void EnableParamControls(BOOL) override {}
-  Json::Value& GetParam(Json::Value& param) override {
-    param = Json::Value();
-    return param;
-  }
-};
+void HostPage(CBaseDlg& page, CXListCtrl* list, int functionType, PageButtons buttons);

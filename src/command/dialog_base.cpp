@@ -3,6 +3,7 @@
 // popup's title bar, bottom bar and frame hit testing.
 #include "command/dialog_base.h"
 
+#include "lang/language.h"
 #include "lang/path_manager.h"
 #include "platform/clock.h"
 
@@ -41,6 +42,15 @@ int FrameHit(const RECT& r, POINT p, int margin) {
 }  // namespace
 
 // ---- CDialogBase --------------------------------------------------------------
+
+BOOL CDialogBase::OnInitDialog() {
+  if (const plat::DialogTemplate* dialog = plat::templates::Find(TemplateId())) {
+    for (const plat::ControlSpec& spec : dialog->controls) {
+      if (spec.textId != 0) SetItemText(spec.id, LanguageText(spec.textId));
+    }
+  }
+  return plat::Dialog::OnInitDialog();
+}
 
 CtlColorAnswer CDialogBase::OnCtlColor(plat::Window* control) {
   CPathManager& theme = CPathManager::Instance();

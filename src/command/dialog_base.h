@@ -25,6 +25,10 @@ class CDialogBase : public plat::Dialog {
   using plat::Dialog::Dialog;
   // The colours of a control of this dialog, or of the dialog itself (this).
   virtual CtlColorAnswer OnCtlColor(plat::Window* control);
+
+ protected:
+  // Shows the language text of every template row that names one.
+  BOOL OnInitDialog() override;
 };
 
 class CDlgChildBase : public CDialogBase {

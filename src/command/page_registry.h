@@ -1,13 +1,22 @@
-// Command pages by function type. Each page registers the function types it
-// serves beside its own code; the hosting windows create pages from here.
+// Command pages by function type. Each page registers itself, its template
+// and the function types it serves in one line beside its own code; the
+// hosting windows create pages from here.
 //
-//   static const PageRegistration kReg{{12}, PageHost::kBoth, [](int) { return std::make_unique<CDlgSendText>(); }};
+//   const RegisterPage<CDlgSendText> kPage{{12}};
+//   const RegisterPage<CDlgNewCallName> kPage{{57}, PageHost::kFunctionPage};
+//
+// The page class gives its template as `static plat::DialogTemplate Layout()`;
+// a page that serves several function types in different modes takes the
+// type in its constructor.
 #pragma once
 
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <type_traits>
 #include <vector>
+
+#include "platform/dialog.h"
 
 class CBaseDlg;
 
@@ -33,6 +42,34 @@ void Register(const PageEntry& entry);
 const PageEntry* Find(int functionType, PageHost host);
 std::vector<int> RegisteredTypes();
 }  // namespace pages
+
+// Whether the vehicle function window gives the page a result list.
+enum class PageList { kShown, kNone };
+
+// A dialog's template, registered from its `static plat::DialogTemplate Layout()`.
+template <class Dialog>
+struct RegisterTemplate {
+  RegisterTemplate() { plat::templates::Register(Dialog::Layout()); }
+};
+
+template <class Page>
+struct RegisterPage {
+  explicit RegisterPage(std::initializer_list<int> functionTypes, PageHost hosts = PageHost::kBoth,
+                        PageList list = PageList::kShown) {
+    plat::templates::Register(Page::Layout());
+    for (int type : functionTypes) pages::Register(PageEntry{type, hosts, &Make, list == PageList::kNone});
+  }
+
+ private:
+  static std::unique_ptr<CBaseDlg> Make(int functionType) {
+    if constexpr (std::is_constructible_v<Page, int>) {
+      return std::make_unique<Page>(functionType);
+    } else {
+      (void)functionType;
+      return std::make_unique<Page>();
+    }
+  }
+};
 
 struct PageRegistration {
   PageRegistration(std::initializer_list<int> functionTypes, PageHost hosts,

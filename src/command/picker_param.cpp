@@ -44,7 +44,7 @@ void FillParam(_tagFillTreeParamEx_S& record, CBaseDlg& page) {
     first.Add(a);
     second.Add(b);
   };
-  const uint32_t mask = page.DeviceKindMask;
+  const uint32_t mask = page.GetDeviceKindMask();
   const DeviceCaps& caps = page.Caps();
   if ((mask & kMaskAttr76Kinds) && caps.bDevAttr76) {
     add(76, 81);

@@ -1,8 +1,13 @@
 // CBaseDlg: replies from the network thread, and the result rows.
+#include <algorithm>
+#include <climits>
 #include <cstring>
+#include <optional>
 
 #include "command/base_dlg.h"
 #include "command/ids.h"
+#include "command/reply_keys.h"
+#include "command/result_columns.h"
 #include "command/plugin_log.h"
 #include "host/hostcore.h"
 #include "lang/language.h"
@@ -15,15 +20,21 @@ namespace {
 constexpr int32_t kStatusOffline = 101;
 constexpr int32_t kStatusTimeout = 110;
 
-enum ResultColumn : int {
-  kColNumber = 0,
-  kColVehicle = 1,
-  kColTime = 2,
-  kColFunction = 3,
-  kColResult = 4,
-  kColDescription = 5,
-  kColStatus = 7,
-};
+// Reads "Error", then "result" when "Error" is absent or 0. A value that
+// fits a 32-bit word is that word; one beyond keeps its sign and saturates,
+// so it never reads as success.
+int32_t ResultOf(const Json::Value& root) {
+  for (const char* key : {replykey::kError, replykey::kResult}) {
+    const Json::Value* member = root.isObject() ? root.find(key, key + std::strlen(key)) : nullptr;
+    const std::optional<int64_t> value = member ? txt::JsonToInt(*member) : std::nullopt;
+    if (!value || *value == 0) continue;
+    if (*value >= INT32_MIN && *value <= static_cast<int64_t>(UINT32_MAX)) {
+      return static_cast<int32_t>(static_cast<uint32_t>(*value));
+    }
+    return *value < 0 ? INT32_MIN : INT32_MAX;
+  }
+  return 0;
+}
 
 std::string VehicleText(const char* devIdno) {
   CVehicleFunc vehicle = CVehicleBaseMgr::FindVehicleFromDev(devIdno);
@@ -37,9 +48,7 @@ int32_t CBaseDlg::ParseResult(const char* reply) {
   if (!reply) return 0;
   Json::Value root;
   if (!txt::ParseJson(reply, root)) return 0;
-  const int error = txt::JsonMemberInt(root, "Error", 0);
-  if (error != 0) return error;
-  return txt::JsonMemberInt(root, "result", 0);
+  return ResultOf(root);
 }
 
 void CALLBACK CBaseDlg::FUNSetupMsgCB(int32_t status, const char* reply, void* user) {
@@ -49,11 +58,16 @@ void CALLBACK CBaseDlg::FUNSetupMsgCB(int32_t status, const char* reply, void* u
   CBaseDlg* page = request->owner;
   CAutoLock guard(page->lock);
   if (!page->RequestTable.count(request)) return;
-  request->result = (status == kStatusOffline || status == kStatusTimeout) ? status : ParseResult(reply);
+  // The reply is parsed here, once: its result now, the object for the page later.
+  Json::Value root;
+  const bool parsed = reply && txt::ParseJson(reply, root);
+  request->result = (status == kStatusOffline || status == kStatusTimeout) ? status : parsed ? ResultOf(root) : 0;
   if (reply) request->reply = reply;
+  if (parsed) page->answers_[request] = std::move(root);
   if (!page->PostMessage(msg::Reply, reinterpret_cast<WPARAM>(request), 0)) {
     // The page cannot take the answer: drop the request here.
     page->RequestTable.erase(request);
+    page->answers_.erase(request);
     delete request;
   }
 }
@@ -80,11 +94,18 @@ LRESULT CBaseDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void CBaseDlg::OnReply(CommandRequest* request) {
   CommandRequest copy;
+  Json::Value answer;
+  bool parsed = false;
   {
     CAutoLock guard(lock);
     auto it = RequestTable.find(request);
     if (it == RequestTable.end()) return;
     RequestTable.erase(it);
+    if (auto a = answers_.find(request); a != answers_.end()) {
+      answer = std::move(a->second);
+      answers_.erase(a);
+      parsed = true;
+    }
   }
   // The callback has stored its answer and is done with the request once its
   // channel is stopped; then the request can go.
@@ -92,6 +113,7 @@ void CBaseDlg::OnReply(CommandRequest* request) {
   copy = *request;
   delete request;
   copy.handle = 0;
+  currentAnswer_ = parsed ? &answer : nullptr;
   const int count = copy.itemCount;
   for (int k = 0; k < count; ++k) {
     if (QueryMode) {
@@ -101,6 +123,17 @@ void CBaseDlg::OnReply(CommandRequest* request) {
     }
     AddResultRow(copy);
     ++copy.itemIndex;
+  }
+  currentAnswer_ = nullptr;
+}
+
+void CBaseDlg::ParseReply(CommandRequest& request) {
+  // Decided by the reply alone: a network status that came with a reply leaves it readable.
+  const bool answered = currentAnswer_ && currentAnswer_->isObject() && ResultOf(*currentAnswer_) == 0;
+  if (answered) {
+    OnAnswer(request, *currentAnswer_);
+  } else {
+    OnNoAnswer(request);
   }
 }
 
@@ -121,8 +154,7 @@ void CBaseDlg::AddResultRow(CommandRequest& request) {
   }
   list.SetItemText(0, kColResult, result);
 
-  std::string description;
-  GetParamDescription(description);
+  std::string description = GetParamDescription();
   if (CMgrAppInfo::IsTestIP()) {
     char prefix[32];
     std::snprintf(prefix, sizeof prefix, "0x%X;\r\n", static_cast<unsigned>(CommandType));

@@ -7,8 +7,7 @@
 
 void CBaseDlg::RestoreInputs() {
   const std::string module = GetPluginName();
-  for (int i = 0; i < SavedControlCount; ++i) {
-    const uint32_t descriptor = SavedControls[i];
+  for (const uint32_t descriptor : SavedControls) {
     const int id = SavedControl::ControlOf(descriptor);
     std::string value;
     const bool stored = CLocalDatabaseMgr::US_GetWndCtrlData(module, TemplateId(), descriptor, value) != FALSE;
@@ -31,8 +30,7 @@ void CBaseDlg::RestoreInputs() {
 
 void CBaseDlg::SaveInputs() {
   const std::string module = GetPluginName();
-  for (int i = 0; i < SavedControlCount; ++i) {
-    const uint32_t descriptor = SavedControls[i];
+  for (const uint32_t descriptor : SavedControls) {
     const int id = SavedControl::ControlOf(descriptor);
     std::string value;
     switch (SavedControl::KindOf(descriptor)) {

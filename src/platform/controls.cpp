@@ -54,6 +54,11 @@ void Edit::SetWindowText(const std::string& text) {
   NotifyParent(EN_CHANGE);
 }
 
+void Edit::AppendText(const std::string& text) {
+  AppendWindowText(text);
+  NotifyParent(EN_CHANGE);
+}
+
 void Edit::SetRange(int64_t min, int64_t max) {
   hasRange_ = true;
   min_ = min;

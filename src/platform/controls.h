@@ -84,6 +84,9 @@ class Edit : public Control {
   Edit() : Control(ControlKind::Edit) {}
   // Code sets the text (no filtering, like the system's edit); parent gets EN_CHANGE.
   void SetWindowText(const std::string& text) override;
+  // Code adds text at the end, as a caret put at the end and a replaced
+  // selection would; the parent gets EN_CHANGE. Costs the added text only.
+  void AppendText(const std::string& text);
   // The user replaces the text by typing: filters by style, limit and range;
   // a line break becomes "\r\n" in a multi-line edit and is dropped otherwise.
   // False when refused (disabled, read-only, or out of the number range).

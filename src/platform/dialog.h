@@ -31,6 +31,7 @@ struct ControlSpec {
   int64_t maxValue = 0;
   int buddy = 0;        // spin: the edit it drives
   int layoutGroup = 0;  // controls of one row or block of a form view
+  int textId = 0;       // the text the dialog shows instead of the caption (0: the caption stays)
 };
 
 struct DialogTemplate {

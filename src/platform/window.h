@@ -55,6 +55,7 @@ class Window {
 
   virtual void SetWindowText(const std::string& text);
   virtual std::string GetWindowText() const { return caption_; }
+  size_t GetWindowTextLength() const { return caption_.size(); }
 
   void ShowWindow(int command);
   // Own state only; IsWindowVisible also needs every parent shown.
@@ -105,6 +106,8 @@ class Window {
   // Tells the parent about a user action on this control.
   void NotifyParent(UINT code);
   void NotifyParentItem(UINT code, int item, bool byUser);
+  // Adds to the end of the caption in place (no copy of what is there).
+  void AppendWindowText(const std::string& text) { caption_ += text; }
 
  private:
   HWND hwnd_ = nullptr;

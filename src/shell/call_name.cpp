@@ -2,24 +2,22 @@
 
 #include "command/ids.h"
 #include "command/page_registry.h"
+#include "command/page_template.h"
 #include "shell/plugin_callbacks.h"
 
 namespace {
-const plat::DialogTemplate kCallNameTemplate{CDlgCallName::kTemplate, "", {10, 10}, {}};
-const plat::DialogTemplate kNewCallNameTemplate{CDlgNewCallName::kTemplate, "", {400, 100},
-                                                {{ctl::Set, plat::ControlKind::PushButton, "确定"}}};
-const plat::templates::Registration kRegistrations[] = {plat::templates::Registration{kCallNameTemplate},
-                                                        plat::templates::Registration{kNewCallNameTemplate}};
 constexpr int kFunctionPointQuery = 57;
-const PageRegistration kPage{{kFunctionPointQuery}, PageHost::kFunctionPage,
-                             [](int) { return std::make_unique<CDlgNewCallName>(); }};
+const RegisterTemplate<CDlgCallName> kCallNameTemplate;
+const RegisterPage<CDlgNewCallName> kPage{{kFunctionPointQuery}, PageHost::kFunctionPage};
 }  // namespace
 
-CDlgCallName::CDlgCallName() : CNoParamDlg(kTemplate) {}
+plat::DialogTemplate CDlgCallName::Layout() { return PageTemplate(kTemplate, {10, 10}, {}); }
+
+CDlgCallName::CDlgCallName() : CBaseDlg(kTemplate) {}
 
 void CDlgCallName::CallName(const std::string& devIdno) {
   pending_.push_back(devIdno);
-  if (!pending_.empty()) StartSend(kCmdPositionQuery);
+  StartSend(kCmdPositionQuery);
 }
 
 void CDlgCallName::CollectTargets(std::deque<std::string>& targets) {
@@ -32,9 +30,13 @@ void CDlgCallName::AddResultRow(CommandRequest& request) {
   if (callback.function) callback.function(request.result, &request, callback.context);
 }
 
-CDlgNewCallName::CDlgNewCallName() : CNoParamDlg(kTemplate) {
+plat::DialogTemplate CDlgNewCallName::Layout() {
+  return PageTemplate(kTemplate, {400, 100}, {{row::Button(ctl::Set, "确定", {})}});
+}
+
+CDlgNewCallName::CDlgNewCallName() : CBaseDlg(kTemplate) {
   UsesNoParamPanel = TRUE;
-  Bind(ctl::Set, BN_CLICKED, [this] { StartSend(kCmdPositionQuery); });
+  Bind(ctl::Set, BN_CLICKED, [this] { StartSend(Mode::kSet, kCmdPositionQuery); });
 }
 
 void CDlgNewCallName::PrepareBatch(CommandRequest& request) {

@@ -13,9 +13,10 @@
 
 constexpr int32_t kCmdPositionQuery = 0x8201;
 
-class CDlgCallName : public CNoParamDlg {
+class CDlgCallName : public CBaseDlg {
  public:
   static constexpr int kTemplate = 4063;
+  static plat::DialogTemplate Layout();
   CDlgCallName();
   // Queues a device number and starts a send.
   void CallName(const std::string& devIdno);
@@ -28,9 +29,10 @@ class CDlgCallName : public CNoParamDlg {
   std::deque<std::string> pending_;
 };
 
-class CDlgNewCallName : public CNoParamDlg {
+class CDlgNewCallName : public CBaseDlg {
  public:
   static constexpr int kTemplate = 4065;
+  static plat::DialogTemplate Layout();
   CDlgNewCallName();
   void PrepareBatch(CommandRequest& request) override;
 };

@@ -60,13 +60,8 @@ void CDlgMain::CreatePage() {
   if (!entry) return;
   std::unique_ptr<CBaseDlg> page = entry->make(functionType_);
   if (!page || !page->CreateDlg(this)) return;
-  // The page's own buttons get their captions while it has no function type;
-  // the type is set afterwards so that its rows name the function.
-  page->FunctionType = -1;
   page->ShowWindow(plat::SW_SHOW);
-  if (!entry->noList) page->ResultList = ResultList();
-  page->AttachToHost();
-  page->FunctionType = functionType_;
+  HostPage(*page, entry->noList ? nullptr : ResultList(), functionType_, PageButtons::kOwn);
   page_ = std::move(page);
 }
 

@@ -76,9 +76,8 @@ CBaseDlg* CDlg808FunctionPage::FindOrCreatePage(int type, bool create) {
   if (!entry) return nullptr;
   std::unique_ptr<CBaseDlg> page = entry->make(type);
   if (!page || !page->CreateDlg(this)) return nullptr;
-  page->FunctionType = type;
   page->MoveWindow(pageRect_);
-  page->ResultList = ResultList();
+  HostPage(*page, ResultList(), type, PageButtons::kWindow);
   return pages_.emplace(type, std::move(page)).first->second.get();
 }
 

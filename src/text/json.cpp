@@ -13,7 +13,8 @@
 
 namespace txt {
 namespace {
-constexpr int kStackLimit = 256;
+// The JSON library's own default depth: a deeper reply is still a reply.
+constexpr int kStackLimit = 1000;
 
 // 2^63 as a double: truncated reals outside [-2^63, 2^63) do not fit 64 bits.
 constexpr double kInt64Bound = 9223372036854775808.0;

@@ -21,8 +21,7 @@ class BaseDlgTest : public PageWorld {
   void SetUp() override {
     PageWorld::SetUp();
     ASSERT_TRUE(page.CreateDlg(&host));
-    page.ResultList = &host.list;
-    page.AttachToHost();
+    HostPage(page, &host.list, -1, PageButtons::kOwn);
     page.ShowWindow(plat::SW_SHOW);
   }
   void UseFleet(int n) {

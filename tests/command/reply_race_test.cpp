@@ -16,7 +16,7 @@ TEST_F(ReplyRaceTest, DestroyingAPageWithRepliesInFlightDropsThem) {
   for (int round = 0; round < 30; ++round) {
     auto page = std::make_unique<TestPage>();
     ASSERT_TRUE(page->CreateDlg(&host));
-    page->ResultList = &host.list;
+    HostPage(*page, &host.list, -1, PageButtons::kWindow);
     page->PickerMode = TRUE;
     hostref::SetPickerAnswer(ids);
     page->Send(false);

@@ -13,7 +13,6 @@ class SavedInputsTest : public PageWorld {
   std::unique_ptr<TestPage> OpenPage() {
     auto page = std::make_unique<TestPage>();
     page->SavedControls = TestPage::kSaved;
-    page->SavedControlCount = 3;
     EXPECT_TRUE(page->CreateDlg(&host));
     page->ShowWindow(plat::SW_SHOW);
     return page;

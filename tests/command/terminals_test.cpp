@@ -45,7 +45,7 @@ TEST_F(TerminalsTest, TextMessagesAreKeptAsTyped) {
   page.ShowWindow(plat::SW_SHOW);
   SharedDeviceCaps().LoadShared(1);
   for (const char* text : {"中文 50%", "plain 中文"}) {
-    page.Item<plat::Edit>(sendtext::kTextEdit)->UserType(text);
+    page.Item<plat::Edit>(CDlgSendText::kTextEdit)->UserType(text);
     page.Item<plat::Button>(ctl::Set)->Click();
     ASSERT_TRUE(Settle());
   }

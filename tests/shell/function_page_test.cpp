@@ -20,9 +20,9 @@ namespace {
 constexpr int kSetGetType = 9101, kGetOnlyType = 9102, kModeTwoType = 9103;
 constexpr int kGetOnlyTemplate = 9992;
 
-class GetOnlyPage : public CNoParamDlg {
+class GetOnlyPage : public CBaseDlg {
  public:
-  GetOnlyPage() : CNoParamDlg(kGetOnlyTemplate) {
+  GetOnlyPage() : CBaseDlg(kGetOnlyTemplate) {
     static const plat::templates::Registration reg{
         plat::DialogTemplate{kGetOnlyTemplate, "", {300, 200}, {{ctl::Get, plat::ControlKind::PushButton, "get"}}}};
   }

@@ -29,7 +29,7 @@ TEST_F(VehicleWindowTest, PageListAndForwarding) {
   window.ShowWindow(plat::SW_SHOW);
   ASSERT_NE(window.Page(), nullptr);
   EXPECT_TRUE(window.GetDlgItem(4399)->IsShown());
-  EXPECT_EQ(window.Page()->ResultList, window.ResultList());
+  EXPECT_EQ(window.Page()->GetResultList(), window.ResultList());
   EXPECT_EQ(window.Page()->GetItemText(ctl::Set), fixture::T(11004)) << "the page's own buttons are used here";
 
   window.SendMessage(msg::HostQuery13319, 0, 0);
@@ -49,7 +49,7 @@ TEST_F(VehicleWindowTest, HiddenOrNoResultList) {
   CDlgMain hidden(kHiddenListType), noList(kNoListType), empty(70001);
   ASSERT_TRUE(hidden.CreateDlg(&host) && noList.CreateDlg(&host) && empty.CreateDlg(&host));
   EXPECT_FALSE(hidden.GetDlgItem(4399)->IsShown() || hidden.GetDlgItem(4400)->IsShown());
-  EXPECT_EQ(noList.Page()->ResultList, nullptr);
+  EXPECT_EQ(noList.Page()->GetResultList(), nullptr);
   EXPECT_EQ(empty.Page(), nullptr);
 }
 

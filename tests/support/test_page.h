@@ -52,11 +52,10 @@ class TestPage : public CBaseDlg {
     EnableItem(kTextEdit, enable != FALSE);
   }
   BOOL CheckParam() override { return checkOk ? TRUE : FALSE; }
-  Json::Value& GetParam(Json::Value& param) override {
+  Json::Value GetParam() override {
     ++getParamCalls;
-    if (nullParam) {
-      param = Json::Value();
-    } else {
+    Json::Value param;
+    if (!nullParam) {
       param["Text"] = GetItemText(kTextEdit);
       if (BatchMode) param["From"] = batchPosition;
     }
@@ -64,14 +63,20 @@ class TestPage : public CBaseDlg {
   }
   void PrepareBatch(CommandRequest& request) override { prepared.push_back(request.itemIndex); }
   void ParseReply(CommandRequest& request) override { parsed.push_back(request.reply); }
-  std::string& GetParamDescription(std::string& description) override {
-    description = "desc";
-    return description;
-  }
+  std::string GetParamDescription() override { return "desc"; }
   void UpdateBatchProgress() override { ++batchProgressCalls; }
   void AddPickerColumnsFirst(int32_t* codes, int& count) override {
     for (int32_t code : extraFirst) codes[count++] = code;
   }
+
+  // The send settings the tests set directly.
+  using CBaseDlg::BatchMode;
+  using CBaseDlg::batchPosition;
+  using CBaseDlg::batchStep;
+  using CBaseDlg::batchTotal;
+  using CBaseDlg::QueryMode;
+  using CBaseDlg::SavedControls;
+  using CBaseDlg::DeviceKindMask;
 
   bool checkOk = true;
   bool nullParam = false;

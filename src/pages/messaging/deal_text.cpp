@@ -3,6 +3,8 @@
 
 #include <cstdio>
 
+#include "command/page_registry.h"
+#include "command/page_template.h"
 #include "host/hostcore.h"
 #include "lang/language.h"
 #include "text/encoding.h"
@@ -12,32 +14,30 @@ using namespace presettext;
 namespace {
 constexpr int kListColumnWidth = 200;
 
-// Layout groups: the editor is the text, its counter, then the buttons; the
-// manager is the list with its buttons beside it, then the hint.
-const plat::DialogTemplate kEditorTemplate = [] {
-  using plat::ControlKind;
-  namespace style = plat::style;
-  using D = CDlgADealText;
-  return plat::DialogTemplate{
-      D::kTemplate, "", {360, 220},
-      {{D::kEdit, ControlKind::Edit, "", {10, 40, 350, 150}, style::Multiline | style::WantReturn, 0, 0, 0, 0, 1},
-       {D::kCounter, ControlKind::Static, "", {10, 155, 200, 175}, style::Hidden, 0, 0, 0, 0, 2},
-       {D::kOk, ControlKind::PushButton, "确定", {170, 180, 250, 208}, style::Group, 0, 0, 0, 0, 3},
-       {D::kCancelButton, ControlKind::PushButton, "取消", {260, 180, 340, 208}, 0, 0, 0, 0, 0, 3}}};
-}();
-const plat::DialogTemplate kManagerTemplate = [] {
-  using plat::ControlKind;
-  using M = CDlgSetDealText;
-  return plat::DialogTemplate{M::kTemplate, "", {320, 360},
-                              {{M::kList, ControlKind::ListView, "", {10, 40, 220, 320}, 0, 0, 0, 0, 0, 1},
-                               {M::kAdd, ControlKind::PushButton, "添加", {230, 40, 310, 68}, 0, 0, 0, 0, 0, 1},
-                               {M::kModify, ControlKind::PushButton, "修改", {230, 80, 310, 108}, 0, 0, 0, 0, 0, 1},
-                               {M::kDelete, ControlKind::PushButton, "删除", {230, 120, 310, 148}, 0, 0, 0, 0, 0, 1},
-                               {M::kHint, ControlKind::Static, "最多添加20句", {10, 325, 310, 345}, 0, 0, 0, 0, 0, 2}}};
-}();
-const plat::templates::Registration kRegistrations[] = {plat::templates::Registration{kEditorTemplate},
-                                                        plat::templates::Registration{kManagerTemplate}};
+const RegisterTemplate<CDlgADealText> kEditorTemplate;
+const RegisterTemplate<CDlgSetDealText> kManagerTemplate;
 }  // namespace
+
+// Sections: the editor is the text, its counter, then the buttons; the
+// manager is the list with its buttons beside it, then the hint.
+plat::DialogTemplate CDlgADealText::Layout() {
+  using namespace row;
+  namespace style = plat::style;
+  return PageTemplate(kTemplate, {360, 220},
+                      {{Edit(kEdit, {10, 40, 350, 150}, {.styles = style::Multiline | style::WantReturn})},
+                       {Static(kCounter, "", {10, 155, 200, 175}, 0, style::Hidden)},
+                       {Button(kOk, "确定", {170, 180, 250, 208}, kTextOk, style::Group),
+                        Button(kCancelButton, "取消", {260, 180, 340, 208}, kTextCancel)}});
+}
+
+plat::DialogTemplate CDlgSetDealText::Layout() {
+  using namespace row;
+  return PageTemplate(kTemplate, {320, 360},
+                      {{row::List(kList, {10, 40, 220, 320}), Button(kAdd, "添加", {230, 40, 310, 68}, kTextAdd),
+                        Button(kModify, "修改", {230, 80, 310, 108}, kTextModify),
+                        Button(kDelete, "删除", {230, 120, 310, 148}, kTextDelete)},
+                       {Static(kHint, "最多添加20句", {10, 325, 310, 345}, kTextAtMost20)}});
+}
 
 namespace presettext {
 std::string Read(int index) { return CConfigKestrelINI::ReadIniStrEx(kConfigId, index); }
@@ -59,8 +59,6 @@ int CDlgADealText::DoModal(plat::Window* owner) {
 BOOL CDlgADealText::OnInitDialog() {
   CDlgPopupBase::OnInitDialog();
   SetWindowText(title);
-  SetItemText(kOk, LanguageText(kTextOk));
-  SetItemText(kCancelButton, LanguageText(kTextCancel));
   auto* edit = Item<plat::Edit>(kEdit);
   if (checkLength && maxLength != 0) {
     ShowItem(kCounter, true);
@@ -109,9 +107,6 @@ CDlgSetDealText::CDlgSetDealText() : CDlgPopupBase(kTemplate) {
 
 BOOL CDlgSetDealText::OnInitDialog() {
   CDlgPopupBase::OnInitDialog();
-  SetItemText(kAdd, LanguageText(kTextAdd));
-  SetItemText(kModify, LanguageText(kTextModify));
-  SetItemText(kDelete, LanguageText(kTextDelete));
   List().InsertColumn(0, "", kListColumnWidth);
   for (int index = 0; index < presettext::kSlots; ++index) {
     const std::string entry = presettext::Read(index);
@@ -120,7 +115,6 @@ BOOL CDlgSetDealText::OnInitDialog() {
     List().SetItemData(row, static_cast<uintptr_t>(index));
   }
   if (List().GetItemCount() > 0) Select(0);
-  SetItemText(kHint, LanguageText(kTextAtMost20));
   return TRUE;
 }
 

@@ -29,6 +29,7 @@ class CDlgADealText : public CDlgPopupBase {
   enum Result : int { kRejected = 0, kAccepted = 1 };
   static constexpr int kDefaultMaxLength = 255;
 
+  static plat::DialogTemplate Layout();
   CDlgADealText();
   // Runs the editor modally: kAccepted or kRejected (never the framework's IDCANCEL).
   int DoModal(plat::Window* owner);
@@ -56,6 +57,7 @@ class CDlgSetDealText : public CDlgPopupBase {
   // A row's text handed to the editor is cut to this many characters.
   static constexpr int kMaxEditChars = CDlgADealText::kDefaultMaxLength;
 
+  static plat::DialogTemplate Layout();
   CDlgSetDealText();
 
  protected:

@@ -1,74 +1,61 @@
-// The text message page: its template, captions, the two flag layouts, the
+// The text message page: its template, the two flag layouts, the
 // encoded-length check, the parameter object and the result description.
 #include "pages/messaging/send_text.h"
 
 #include <cstdio>
 
-#include "command/ids.h"
+#include "command/description.h"
 #include "command/page_registry.h"
+#include "command/page_template.h"
 #include "host/hostcore.h"
 #include "lang/language.h"
 #include "pages/messaging/encode_text.h"
 
-using namespace sendtext;
-
 namespace {
-constexpr int kFunctionType = 12;
+using C = CDlgSendText;
+const RegisterPage<C> kPage{{C::kFunctionType}};
+
 constexpr uint32_t kDeviceKinds = 0x403;
 constexpr int kTypeNoticeValue = 1, kTypeServiceValue = 2;
 
-// Keys of the parameter object.
-constexpr const char* kKeyFlag = "Flag";
-constexpr const char* kKeyTextType = "TextType";
-constexpr const char* kKeyTextInfo = "TextInfo";
+namespace key {
+constexpr const char *kFlag = "Flag", *kTextType = "TextType", *kTextInfo = "TextInfo";
+}  // namespace key
 
-// Flag bits shared by both editions.
+// Flag bits: the 2013 check boxes, the bits both editions share, the 2019 level.
 constexpr uint8_t kBitUrgent2013 = 1 << 0, kBitDisplay = 1 << 2, kBitTts = 1 << 3, kBitAdScreen = 1 << 4,
                   kBitCanFault = 1 << 5, kLevelMask = 0x03;
+constexpr int kLevelTexts[] = {C::kTextNone, C::kTextService, C::kTextUrgent2019, C::kTextNotice};
 
-const plat::DialogTemplate kPageTemplate = [] {
-  using plat::ControlKind;
-  namespace style = plat::style;
-  return plat::DialogTemplate{
-      CDlgSendText::kTemplate, "", {600, 440},
-      {{kFlagGroup, ControlKind::GroupBox, "标志", {10, 10, 590, 120}, 0, 0, 0, 0, 0, 1},
-       {kRadioService, ControlKind::RadioButton, "服务", {20, 30, 100, 50}, style::Group, 0, 0, 0, 0, 1},
-       {kRadioUrgent, ControlKind::RadioButton, "紧急", {110, 30, 190, 50}, 0, 0, 0, 0, 0, 1},
-       {kRadioNotice, ControlKind::RadioButton, "通知", {200, 30, 280, 50}, 0, 0, 0, 0, 0, 1},
-       {kRadioNone, ControlKind::RadioButton, "无", {290, 30, 370, 50}, 0, 0, 0, 0, 0, 1},
-       {kCheckUrgent, ControlKind::CheckBox, "紧急", {20, 30, 100, 50}, style::Group | style::Hidden, 0, 0, 0, 0, 1},
-       {kCheckDisplay, ControlKind::CheckBox, "终端显示屏显示", {20, 60, 200, 80}, 0, 0, 0, 0, 0, 1},
-       {kCheckTts, ControlKind::CheckBox, "终端TTS播读", {210, 60, 380, 80}, 0, 0, 0, 0, 0, 1},
-       {kCheckAdScreen, ControlKind::CheckBox, "广告屏显示", {390, 60, 560, 80}, style::Hidden, 0, 0, 0, 0, 1},
-       {kRadioNavigation, ControlKind::RadioButton, "中心导航信息", {20, 90, 200, 110}, style::Group, 0, 0, 0, 0, 1},
-       {kRadioCanFault, ControlKind::RadioButton, "CAN故障码信息", {210, 90, 400, 110}, 0, 0, 0, 0, 0, 1},
-       {kTypeGroup, ControlKind::GroupBox, "文本类型", {10, 130, 590, 170}, style::Group, 0, 0, 0, 0, 2},
-       {kTypeNotice, ControlKind::RadioButton, "通知", {20, 145, 100, 165}, style::Group, 0, 0, 0, 0, 2},
-       {kTypeService, ControlKind::RadioButton, "服务", {110, 145, 190, 165}, 0, 0, 0, 0, 0, 2},
-       {kTextGroup, ControlKind::GroupBox, "文本信息", {10, 180, 590, 400}, style::Group, 0, 0, 0, 0, 3},
-       {kTextEdit, ControlKind::Edit, "", {20, 200, 580, 370}, style::Multiline | style::WantReturn, kMaxChars, 0, 0, 0, 3},
-       {kLimitHint, ControlKind::Static, "(不超过1024字节)", {20, 375, 300, 395}, 0, 0, 0, 0, 0, 3},
-       {ctl::Set, ControlKind::PushButton, "设置", {400, 405, 490, 433}, style::Group, 0, 0, 0, 0, 4},
-       {ctl::Cancel, ControlKind::PushButton, "取消", {500, 405, 590, 433}, 0, 0, 0, 0, 0, 4}}};
-}();
-const plat::templates::Registration kRegistration{kPageTemplate};
-const PageRegistration kPage{{kFunctionType}, PageHost::kBoth, [](int) { return std::make_unique<CDlgSendText>(); }};
-
-struct Caption {
-  int control, text;
-};
-constexpr Caption kCaptions[] = {
-    {kFlagGroup, kTextFlag},        {kRadioService, kTextService},     {kRadioUrgent, kTextUrgent2019},
-    {kRadioNotice, kTextNotice},    {kRadioNone, kTextNone},           {kCheckUrgent, kTextUrgent},
-    {kCheckDisplay, kTextDisplay},  {kCheckTts, kTextTts},             {kCheckAdScreen, kTextAdScreen},
-    {kRadioNavigation, kTextNavigation}, {kRadioCanFault, kTextCanFault}, {kTypeGroup, kTextType},
-    {kTypeNotice, kTextNotice},     {kTypeService, kTextService},      {kTextGroup, kTextInformation},
-    {kLimitHint, kTextLimit}};
-constexpr int k2019Only[] = {kRadioService, kRadioUrgent, kRadioNotice, kRadioNone, kRadioNavigation, kRadioCanFault};
-constexpr int k2013Only[] = {kCheckUrgent, kCheckAdScreen};
-constexpr int kInputs[] = {kCheckUrgent, kCheckDisplay, kCheckTts,  kCheckAdScreen,   kTextEdit,     kRadioService,
-                           kRadioUrgent, kRadioNotice,  kRadioNone, kRadioNavigation, kRadioCanFault};
+constexpr int k2019Only[] = {C::kRadioService, C::kRadioUrgent,     C::kRadioNotice,
+                             C::kRadioNone,    C::kRadioNavigation, C::kRadioCanFault};
+constexpr int k2013Only[] = {C::kCheckUrgent, C::kCheckAdScreen};
 }  // namespace
+
+plat::DialogTemplate CDlgSendText::Layout() {
+  using namespace row;
+  namespace style = plat::style;
+  return PageTemplate(
+      kTemplate, {600, 440},
+      {{Box(kFlagGroup, "标志", {10, 10, 590, 120}, kTextFlag),
+        Radio(kRadioService, "服务", {20, 30, 100, 50}, kTextService, style::Group),
+        Radio(kRadioUrgent, "紧急", {110, 30, 190, 50}, kTextUrgent2019),
+        Radio(kRadioNotice, "通知", {200, 30, 280, 50}, kTextNotice),
+        Radio(kRadioNone, "无", {290, 30, 370, 50}, kTextNone),
+        Check(kCheckUrgent, "紧急", {20, 30, 100, 50}, kTextUrgent, style::Group | style::Hidden),
+        Check(kCheckDisplay, "终端显示屏显示", {20, 60, 200, 80}, kTextDisplay),
+        Check(kCheckTts, "终端TTS播读", {210, 60, 380, 80}, kTextTts),
+        Check(kCheckAdScreen, "广告屏显示", {390, 60, 560, 80}, kTextAdScreen, style::Hidden),
+        Radio(kRadioNavigation, "中心导航信息", {20, 90, 200, 110}, kTextNavigation, style::Group),
+        Radio(kRadioCanFault, "CAN故障码信息", {210, 90, 400, 110}, kTextCanFault)},
+       {Box(kTypeGroup, "文本类型", {10, 130, 590, 170}, kTextType, style::Group),
+        Radio(kTypeNotice, "通知", {20, 145, 100, 165}, kTextNotice, style::Group),
+        Radio(kTypeService, "服务", {110, 145, 190, 165}, kTextService)},
+       {Box(kTextGroup, "文本信息", {10, 180, 590, 400}, kTextInformation, style::Group),
+        Edit(kTextEdit, {20, 200, 580, 370}, {.limit = kMaxChars, .styles = style::Multiline | style::WantReturn}),
+        Static(kLimitHint, "(不超过1024字节)", {20, 375, 300, 395}, kTextLimit)},
+       {SetButton({400, 405, 490, 433}), CancelButton({500, 405, 590, 433})}});
+}
 
 CDlgSendText::CDlgSendText() : CBaseDlg(kTemplate) {
   DeviceKindMask = kDeviceKinds;
@@ -76,7 +63,6 @@ CDlgSendText::CDlgSendText() : CBaseDlg(kTemplate) {
 }
 
 void CDlgSendText::OnInitPage() {
-  for (const Caption& caption : kCaptions) SetItemText(caption.control, LanguageText(caption.text));
   for (int radio : {kRadioNone, kRadioNavigation, kTypeNotice}) SetChecked(radio, true);
 }
 
@@ -90,7 +76,7 @@ void CDlgSendText::UpdateProtocolControls() {
 }
 
 void CDlgSendText::EnableParamControls(BOOL enable) {
-  for (int id : kInputs) EnableItem(id, enable != FALSE);
+  CBaseDlg::EnableParamControls(enable);
   // The text type is the 2019 edition's; a 2013 device keeps it disabled.
   const bool typeEnabled = enable && Is2019();
   EnableItem(kTypeNotice, typeEnabled);
@@ -120,8 +106,7 @@ void CDlgSendText::OnSend() {
   flag_ = ComputeFlag();
   textType_ = IsChecked(kTypeService) ? kTypeServiceValue : kTypeNoticeValue;
   text_ = GetItemText(kTextEdit);
-  QueryMode = FALSE;
-  StartSend(kCommand);
+  StartSend(Mode::kSet, kCommand);
 }
 
 BOOL CDlgSendText::CheckParam() {
@@ -134,40 +119,40 @@ BOOL CDlgSendText::CheckParam() {
   return FALSE;
 }
 
-Json::Value& CDlgSendText::GetParam(Json::Value& param) {
-  param = Json::Value(Json::objectValue);
-  param[kKeyFlag] = flag_;
-  param[kKeyTextType] = textType_;
-  param[kKeyTextInfo] = EncodeTextParam(text_);
+Json::Value CDlgSendText::GetParam() {
+  Json::Value param(Json::objectValue);
+  param[key::kFlag] = flag_;
+  param[key::kTextType] = textType_;
+  param[key::kTextInfo] = EncodeTextParam(text_);
   return param;
 }
 
-std::string& CDlgSendText::GetParamDescription(std::string& description) {
-  const bool edition2019 = Is2019();
-  description.clear();
-  AddChineseStringStatus(description,
-                         FormatChineseColon(LanguageText(kTextEdition), LanguageText(edition2019 ? kText2019 : kText2013)));
-  std::string flags;
-  const auto add = [&](int text) { AddChineseStringStatus(flags, LanguageText(text)); };
+std::string CDlgSendText::FlagTexts(bool edition2019) const {
+  Description flags;
+  const auto add = [&](bool on, int text) {
+    if (on) flags.Text(LanguageText(text));
+  };
   if (flag_ == 0) {
-    if (edition2019) add(kTextNone);
+    add(edition2019, kTextNone);
   } else if (!edition2019) {
-    if (flag_ & kBitUrgent2013) add(kTextUrgent);
-    if (flag_ & kBitDisplay) add(kTextDisplay);
-    if (flag_ & kBitTts) add(kTextTts);
-    if (flag_ & kBitAdScreen) add(kTextAdScreen);
+    add(flag_ & kBitUrgent2013, kTextUrgent);
+    add(flag_ & kBitDisplay, kTextDisplay);
+    add(flag_ & kBitTts, kTextTts);
+    add(flag_ & kBitAdScreen, kTextAdScreen);
   } else {
-    static constexpr int kLevels[] = {kTextNone, kTextService, kTextUrgent2019, kTextNotice};
-    add(kLevels[flag_ & kLevelMask]);
-    if (flag_ & kBitDisplay) add(kTextDisplay);
-    if (flag_ & kBitTts) add(kTextTts);
-    add(flag_ & kBitCanFault ? kTextCanFault : kTextNavigation);
+    add(true, kLevelTexts[flag_ & kLevelMask]);
+    add(flag_ & kBitDisplay, kTextDisplay);
+    add(flag_ & kBitTts, kTextTts);
+    add(true, flag_ & kBitCanFault ? kTextCanFault : kTextNavigation);
   }
-  AddChineseStringStatus(description, FormatChineseColon(LanguageText(kTextFlag), flags));
-  if (edition2019) {
-    AddChineseStringStatus(description, FormatChineseColon(LanguageText(kTextType),
-                                                           LanguageText(textType_ == kTypeServiceValue ? kTextService : kTextNotice)));
-  }
-  AddChineseStringStatus(description, FormatChineseColon(LanguageText(kTextInformation), text_));
-  return description;
+  return flags;
+}
+
+std::string CDlgSendText::GetParamDescription() {
+  const bool edition2019 = Is2019();
+  Description description;
+  description.Field(kTextEdition, LanguageText(edition2019 ? kText2019 : kText2013))
+      .Field(kTextFlag, FlagTexts(edition2019));
+  if (edition2019) description.Field(kTextType, LanguageText(textType_ == kTypeServiceValue ? kTextService : kTextNotice));
+  return description.Field(kTextInformation, text_);
 }

@@ -3,28 +3,19 @@
 #include "pages/settings/attr_query_page.h"
 
 #include "command/ids.h"
+#include "command/page_template.h"
 #include "host/hostcore.h"
 #include "lang/language.h"
-#include "text/json.h"
 
 namespace {
 constexpr int kTextVehicle = 13421;
 constexpr int kTextQueryFailed = 11012;
-constexpr uint32_t kDeviceKinds = 4;
-constexpr const char* kKeyError = "Error";
-constexpr const char* kKeyResult = "result";
 constexpr const char* kLineBreak = "\r\n";
 
 // The vehicle name of a device number, or the number itself when the vehicle has none.
 std::string VehicleName(const char* devIdno) {
   std::string name = CVehicleBaseMgr::FindVehicleFromDev(devIdno).GetName();
   return name.empty() ? std::string(devIdno) : name;
-}
-
-// A reply the terminal answered: a JSON object whose "Error" and "result" are absent or 0.
-bool IsAnswered(const std::string& text, Json::Value& reply) {
-  return txt::ParseJson(text, reply) && reply.isObject() && txt::JsonMemberInt(reply, kKeyError, 0) == 0 &&
-         txt::JsonMemberInt(reply, kKeyResult, 0) == 0;
 }
 
 std::string VehicleLine(const std::string& vehicle) { return FormatChineseColon(LanguageText(kTextVehicle), vehicle); }
@@ -36,29 +27,21 @@ std::string FailedBlock(const std::string& vehicle) {
 }
 }  // namespace
 
-CAttrQueryPage::CAttrQueryPage(int templateId, int32_t command) : CNoParamDlg(templateId), command_(command) {
+CAttrQueryPage::CAttrQueryPage(int templateId, int32_t command) : CBaseDlg(templateId), command_(command) {
   QueryMode = TRUE;
   DeviceKindMask = kDeviceKinds;
   Bind(ctl::Get, BN_CLICKED, [this] {
     BeforeQuery();
-    QueryMode = TRUE;
-    StartSend(command_);
+    StartSend(Mode::kGet, command_);
   });
 }
 
 plat::DialogTemplate CAttrQueryPage::MakeTemplate(int templateId) {
-  using plat::ControlKind;
+  using namespace row;
   namespace style = plat::style;
-  constexpr int kTextGroup = 1, kButtonGroup = 2;
-  return {templateId, "", {600, 380},
-          {{kResultText, ControlKind::Edit, "", {10, 10, 590, 330}, style::ReadOnly | style::Multiline, 0, 0, 0, 0,
-            kTextGroup},
-           {ctl::Get, ControlKind::PushButton, "获取", {500, 340, 590, 368}, 0, 0, 0, 0, 0, kButtonGroup}}};
-}
-
-std::string& CAttrQueryPage::GetParamDescription(std::string& description) {
-  description.clear();
-  return description;
+  return PageTemplate(templateId, {600, 380},
+                      {{Edit(kResultText, {10, 10, 590, 330}, {.styles = style::ReadOnly | style::Multiline})},
+                       {GetButton({500, 340, 590, 368})}});
 }
 
 std::string CAttrQueryPage::Block(const std::string& vehicle, std::initializer_list<Field> fields,
@@ -69,9 +52,10 @@ std::string CAttrQueryPage::Block(const std::string& vehicle, std::initializer_l
   return text;
 }
 
-void CAttrQueryPage::ParseReply(CommandRequest& request) {
-  const std::string vehicle = VehicleName(request.devIdno);
-  Json::Value reply;
-  const std::string block = IsAnswered(request.reply, reply) ? ReplyBlock(reply, vehicle) : FailedBlock(vehicle);
-  SetItemText(kResultText, GetItemText(kResultText) + block + kBlockEnd);
+void CAttrQueryPage::OnAnswer(CommandRequest& request, const Json::Value& reply) {
+  AppendText(kResultText, ReplyBlock(reply, VehicleName(request.devIdno)) + kBlockEnd);
+}
+
+void CAttrQueryPage::OnNoAnswer(CommandRequest& request) {
+  AppendText(kResultText, FailedBlock(VehicleName(request.devIdno)) + kBlockEnd);
 }

@@ -12,23 +12,23 @@
 #include <string>
 
 #include "command/base_dlg.h"
-#include "platform/dialog.h"
 
-class CAttrQueryPage : public CNoParamDlg {
+class CAttrQueryPage : public CBaseDlg {
  public:
   static constexpr int kResultText = 4368;
+  static constexpr int kDeviceKinds = 4;
   // What follows every block in the text box.
   static constexpr const char* kBlockEnd = "\r\n\r\n\r\n";
 
   CAttrQueryPage(int templateId, int32_t command);
 
-  void ParseReply(CommandRequest& request) final;
-  std::string& GetParamDescription(std::string& description) override;
-
   // The template of such a page: the text box and the get button.
   static plat::DialogTemplate MakeTemplate(int templateId);
 
  protected:
+  void OnAnswer(CommandRequest& request, const Json::Value& reply) final;
+  void OnNoAnswer(CommandRequest& request) final;
+
   // One line of a block: a label's language text and its value.
   struct Field {
     int label;

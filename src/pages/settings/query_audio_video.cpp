@@ -6,16 +6,8 @@
 #include "text/json.h"
 
 namespace {
-constexpr int kFunctionType = 40;
-const plat::templates::Registration kRegistration{CAttrQueryPage::MakeTemplate(CDlgQueryAudioVideo::kTemplate)};
-const PageRegistration kPage{{kFunctionType}, PageHost::kBoth,
-                              [](int) { return std::make_unique<CDlgQueryAudioVideo>(); }};
-
-enum Text : int {
-  kAudioCoding = 15100, kAudioChannels = 15101, kSampleRate = 15102, kSampleSize = 15103, kFrameLength = 15104,
-  kAudioOut = 15105, kSupported = 15106, kUnsupported = 15107, kVideoCoding = 15108, kMaxAudioChannels = 15109,
-  kMaxVideoChannels = 15110, kAudioSuffix = 13457, kVideoSuffix = 13458, kBits = 11013,
-};
+using C = CDlgQueryAudioVideo;
+const RegisterPage<C> kPage{{C::kFunctionType}};
 
 // Reply keys.
 constexpr const char *kKeyAudioCoding = "ACODE", *kKeyAudioChannels = "ACHN", *kKeySampleRate = "ASR",
@@ -48,10 +40,10 @@ const char* TableName(const char* const (&names)[N], int first, int code) {
 std::string CodingName(int value) {
   const int code = value & kCodingMask;
   if (const char* audio = TableName(kAudioCodings, kFirstAudioCoding, code)) {
-    return std::string(audio) + " " + LanguageText(kAudioSuffix);
+    return std::string(audio) + " " + LanguageText(C::kAudioSuffix);
   }
   if (const char* video = TableName(kVideoCodings, kFirstVideoCoding, code)) {
-    return std::string(video) + " " + LanguageText(kVideoSuffix);
+    return std::string(video) + " " + LanguageText(C::kVideoSuffix);
   }
   if (code == kTransparentCoding) return std::to_string(code);
   if (code == kNoCoding) return {};
@@ -65,7 +57,7 @@ std::string SampleRate(int code) {
 
 std::string SampleSize(int code) {
   const char* size = TableName(kSampleSizes, 0, code);
-  return size ? std::string(size) + " " + LanguageText(kBits) : Unknown(code);
+  return size ? std::string(size) + " " + LanguageText(C::kBits) : Unknown(code);
 }
 }  // namespace
 
@@ -73,14 +65,14 @@ std::string CDlgQueryAudioVideo::ReplyBlock(const Json::Value& reply, const std:
   const auto number = [&](const char* key) { return txt::JsonMemberInt(reply, key, 0); };
   const auto decimal = [&](const char* key) { return std::to_string(number(key)); };
   return Block(vehicle,
-               {{kAudioCoding, CodingName(number(kKeyAudioCoding))},
-                {kAudioChannels, decimal(kKeyAudioChannels)},
-                {kSampleRate, SampleRate(number(kKeySampleRate))},
-                {kSampleSize, SampleSize(number(kKeySampleSize))},
-                {kFrameLength, decimal(kKeyFrameLength)},
-                {kAudioOut, LanguageText(number(kKeyAudioOut) != 0 ? kSupported : kUnsupported)},
-                {kVideoCoding, CodingName(number(kKeyVideoCoding))},
-                {kMaxAudioChannels, decimal(kKeyMaxAudioChannels)},
-                {kMaxVideoChannels, decimal(kKeyMaxVideoChannels)}},
+               {{C::kAudioCoding, CodingName(number(kKeyAudioCoding))},
+                {C::kAudioChannels, decimal(kKeyAudioChannels)},
+                {C::kSampleRate, SampleRate(number(kKeySampleRate))},
+                {C::kSampleSize, SampleSize(number(kKeySampleSize))},
+                {C::kFrameLength, decimal(kKeyFrameLength)},
+                {C::kAudioOut, LanguageText(number(kKeyAudioOut) != 0 ? C::kSupported : C::kUnsupported)},
+                {C::kVideoCoding, CodingName(number(kKeyVideoCoding))},
+                {C::kMaxAudioChannels, decimal(kKeyMaxAudioChannels)},
+                {C::kMaxVideoChannels, decimal(kKeyMaxVideoChannels)}},
                LastLineBreak::kYes);
 }

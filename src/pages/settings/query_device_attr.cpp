@@ -12,16 +12,8 @@
 #include "text/json.h"
 
 namespace {
-constexpr int kFunctionType = 45;
-const plat::templates::Registration kRegistration{CAttrQueryPage::MakeTemplate(CDlgQueryDeviceAttr::kTemplate)};
-const PageRegistration kPage{{kFunctionType}, PageHost::kBoth,
-                              [](int) { return std::make_unique<CDlgQueryDeviceAttr>(); }};
-
-enum Text : int {
-  kLabelType = 13601, kLabelMaker = 13602, kLabelModel = 13603, kLabelTerminalId = 13604, kLabelIccid = 13605,
-  kLabelHardware = 13606, kLabelFirmware = 13607, kLabelGnss = 13608, kLabelComm = 13609,
-  kYes = 13611, kNo = 13612, kSupported = 13613, kUnsupported = 13614, kAllInOne = 13620, kSplit = 13621,
-};
+using C = CDlgQueryDeviceAttr;
+const RegisterPage<C> kPage{{C::kFunctionType}};
 
 // Reply keys and the most bytes the terminal's record holds for each text.
 struct TextKey {
@@ -40,16 +32,19 @@ constexpr int kNoLabel = 0;
 struct States {
   int set, clear;
 };
-constexpr States kYesNo{kYes, kNo}, kSupport{kSupported, kUnsupported}, kBuild{kSplit, kAllInOne};
+constexpr States kYesNo{C::kYes, C::kNo}, kSupport{C::kSupported, C::kUnsupported}, kBuild{C::kSplit, C::kAllInOne};
 struct Bit {
   int bit, label;
   States states;
 };
-constexpr Bit kTypeBits[] = {{0, 13615, kYesNo},  {1, 13616, kYesNo},     {2, 13617, kYesNo}, {3, 13618, kYesNo},
-                             {6, 13619, kSupport}, {7, kNoLabel, kBuild}, {8, 13634, kSupport}};
-constexpr Bit kGnssBits[] = {{0, 13622, kSupport}, {1, 13623, kSupport}, {2, 13624, kSupport}, {3, 13625, kSupport}};
-constexpr Bit kCommBits[] = {{0, 13626, kSupport}, {1, 13627, kSupport}, {2, 13628, kSupport}, {3, 13629, kSupport},
-                             {4, 13630, kSupport}, {5, 13631, kSupport}, {7, 13633, kSupport}};
+constexpr Bit kTypeBits[] = {{0, C::kBitPassenger, kYesNo}, {1, C::kBitDangerousGoods, kYesNo}, {2, C::kBitFreight, kYesNo},
+                             {3, C::kBitTaxi, kYesNo},    {6, C::kBitDiskVideo, kSupport}, {7, kNoLabel, kBuild},
+                             {8, C::kBitTrailer, kSupport}};
+constexpr Bit kGnssBits[] = {{0, C::kBitGps, kSupport}, {1, C::kBitBeidou, kSupport}, {2, C::kBitGlonass, kSupport},
+                             {3, C::kBitGalileo, kSupport}};
+constexpr Bit kCommBits[] = {{0, C::kBitGprs, kSupport},    {1, C::kBitCdma, kSupport},     {2, C::kBitTdScdma, kSupport},
+                             {3, C::kBitWcdma, kSupport},   {4, C::kBitCdma2000, kSupport}, {5, C::kBitTdLte, kSupport},
+                             {7, C::kBitOther, kSupport}};
 constexpr const char* kBitSeparator = "\r\n\t";
 
 // One entry per listed bit: "state label", or the state alone.
@@ -93,14 +88,14 @@ std::string Iccid(const Json::Value& reply) {
 
 std::string CDlgQueryDeviceAttr::ReplyBlock(const Json::Value& reply, const std::string& vehicle) {
   return Block(vehicle,
-               {{kLabelType, BitText(reply, key::kType, kTypeBits)},
-                {kLabelMaker, TerminalText(reply, key::kMaker)},
-                {kLabelModel, TerminalText(reply, key::kModel)},
-                {kLabelTerminalId, TerminalText(reply, key::kTerminalId)},
-                {kLabelIccid, Iccid(reply)},
-                {kLabelHardware, TerminalText(reply, key::kHardware)},
-                {kLabelFirmware, TerminalText(reply, key::kFirmware)},
-                {kLabelGnss, BitText(reply, key::kGnss, kGnssBits)},
-                {kLabelComm, BitText(reply, key::kComm, kCommBits)}},
+               {{C::kLabelType, BitText(reply, key::kType, kTypeBits)},
+                {C::kLabelMaker, TerminalText(reply, key::kMaker)},
+                {C::kLabelModel, TerminalText(reply, key::kModel)},
+                {C::kLabelTerminalId, TerminalText(reply, key::kTerminalId)},
+                {C::kLabelIccid, Iccid(reply)},
+                {C::kLabelHardware, TerminalText(reply, key::kHardware)},
+                {C::kLabelFirmware, TerminalText(reply, key::kFirmware)},
+                {C::kLabelGnss, BitText(reply, key::kGnss, kGnssBits)},
+                {C::kLabelComm, BitText(reply, key::kComm, kCommBits)}},
                LastLineBreak::kNo);
 }

@@ -3,10 +3,10 @@
 #include "host/ref/hostref.h"
 #include "pages/messaging/send_text.h"
 #include "support/page_fixture.h"
-#include "support/test_page.h"
+#include "support/page_harness.h"
 
 using fixture::T;
-using namespace sendtext;
+using C = CDlgSendText;
 
 namespace {
 
@@ -20,32 +20,27 @@ class SendTextTest : public PageWorld {
   void SetUp() override {
     PageWorld::SetUp();
     ASSERT_TRUE(hostref::LoadFleet(kFleet));
-    ASSERT_TRUE(page.CreateDlg(&host));
-    page.ResultList = &host.list;
-    page.ShowWindow(plat::SW_SHOW);
+    page = std::make_unique<PageHarness>(C::kFunctionType);
+    ASSERT_TRUE(page->IsOpen());
     UseDevice(kDevice2013);
   }
-  void UseDevice(int devId) {
-    SharedDeviceCaps().LoadShared(devId);
-    page.ProtocolUpdatePending = TRUE;
-    page.AttachToHost();
+  void TearDown() override {
+    page.reset();
+    PageWorld::TearDown();
   }
+  void UseDevice(int devId) { page->UseDevice(devId); }
   // Types the text, presses send, returns the parameter text sent ("" when nothing went out).
   std::string Send(const std::string& text) {
-    hostref::net::ClearSent();
-    page.Item<plat::Edit>(kTextEdit)->UserType(text);
-    Click(ctl::Set);
-    EXPECT_TRUE(Settle());
-    return hostref::net::Sent().empty() ? "" : hostref::net::Sent()[0].param;
+    page->Type(C::kTextEdit, text);
+    return page->Send(ctl::Set);
   }
-  void Click(int id) { page.Item<plat::Button>(id)->Click(); }
+  void Click(int id) { page->Click(id); }
   // The 2019 radios shown, the 2013 boxes hidden and the text type enabled, or the reverse.
   void ExpectEdition2019(bool on) {
-    EXPECT_EQ(std::make_tuple(page.GetDlgItem(kRadioService)->IsShown(), page.GetDlgItem(kCheckUrgent)->IsShown(),
-                              page.GetDlgItem(kTypeService)->IsWindowEnabled()), std::make_tuple(on, !on, on));
+    EXPECT_EQ(std::make_tuple(page->Shown(C::kRadioService), page->Shown(C::kCheckUrgent),
+                              page->Enabled(C::kTypeService)), std::make_tuple(on, !on, on));
   }
-  TestHost host;
-  CDlgSendText page;
+  std::unique_ptr<PageHarness> page;
 };
 
 std::string Param(int flag, const std::string& text, int type = 1) {
@@ -76,9 +71,9 @@ TEST_F(SendTextTest, FlagLayoutsAndDescriptions) {
   // typeText 0: the 2013 description has no text type.
   struct Step { const char* what; int device; std::vector<int> clicks; int flag, type; std::vector<int> flagTexts; int typeText; };
   const Step steps[] = {
-      {"2013 boxes", kDevice2013, {kCheckUrgent, kCheckAdScreen, kCheckTts}, 0x19, 1, {12950, 12952, 12953}, 0},
-      {"2019 none; hidden 2013 boxes ignored", kDevice2019, {kCheckTts}, 0, 1, {15203}, 15202},
-      {"2019 urgent", kDevice2019, {kRadioUrgent, kRadioCanFault, kTypeService, kCheckDisplay}, 0x26, 2,
+      {"2013 boxes", kDevice2013, {C::kCheckUrgent, C::kCheckAdScreen, C::kCheckTts}, 0x19, 1, {12950, 12952, 12953}, 0},
+      {"2019 none; hidden 2013 boxes ignored", kDevice2019, {C::kCheckTts}, 0, 1, {15203}, 15202},
+      {"2019 urgent", kDevice2019, {C::kRadioUrgent, C::kRadioCanFault, C::kTypeService, C::kCheckDisplay}, 0x26, 2,
        {15201, 12951, 15206}, 15200},
       {"2013 again: the hidden CAN fault choice still sets bit 5", kDevice2013, {}, 0x35, 2, {12950, 12951, 12953}, 0},
   };
@@ -93,7 +88,7 @@ TEST_F(SendTextTest, FlagLayoutsAndDescriptions) {
     AddChineseStringStatus(expected, FormatChineseColon(T(12954), flags));
     if (step.typeText) AddChineseStringStatus(expected, FormatChineseColon(T(15204), T(step.typeText)));
     AddChineseStringStatus(expected, FormatChineseColon(T(12955), "x"));
-    EXPECT_EQ(host.list.GetItemText(0, 5), expected) << step.what;
+    EXPECT_EQ(page->Cell(0, kColDescription), expected) << step.what;
   }
 }
 

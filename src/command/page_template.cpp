@@ -1,0 +1,85 @@
+#include "command/page_template.h"
+
+#include <string>
+
+namespace row {
+namespace {
+using plat::ControlKind;
+
+ControlSpec Captioned(ControlKind kind, int id, const char* caption, RECT rect, int text, uint32_t styles) {
+  ControlSpec spec;
+  spec.id = id;
+  spec.kind = kind;
+  spec.caption = caption;
+  spec.rect = rect;
+  spec.styles = styles;
+  spec.textId = text;
+  return spec;
+}
+
+ControlSpec Plain(ControlKind kind, int id, RECT rect, uint32_t styles) {
+  return Captioned(kind, id, "", rect, 0, styles);
+}
+
+int Digits(int64_t value) { return static_cast<int>(std::to_string(value).size()); }
+}  // namespace
+
+ControlSpec Static(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+  return Captioned(ControlKind::Static, id, caption, rect, text, styles);
+}
+ControlSpec Box(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+  return Captioned(ControlKind::GroupBox, id, caption, rect, text, styles);
+}
+ControlSpec Button(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+  return Captioned(ControlKind::PushButton, id, caption, rect, text, styles);
+}
+ControlSpec Check(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+  return Captioned(ControlKind::CheckBox, id, caption, rect, text, styles);
+}
+ControlSpec Radio(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+  return Captioned(ControlKind::RadioButton, id, caption, rect, text, styles);
+}
+
+ControlSpec Edit(int id, RECT rect, EditOptions options) {
+  ControlSpec spec = Plain(ControlKind::Edit, id, rect, options.styles);
+  spec.limit = options.limit;
+  spec.minValue = options.min;
+  spec.maxValue = options.max;
+  return spec;
+}
+
+ControlSpec Number(int id, RECT rect, int64_t min, int64_t max, uint32_t styles) {
+  return Edit(id, rect, {Digits(max), styles | plat::style::Number, min, max});
+}
+
+ControlSpec Combo(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::ComboBox, id, rect, styles); }
+ControlSpec List(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::ListView, id, rect, styles); }
+ControlSpec Tree(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::TreeView, id, rect, styles); }
+ControlSpec Date(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::DatePicker, id, rect, styles); }
+ControlSpec Time(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::TimePicker, id, rect, styles); }
+
+ControlSpec Spin(int id, RECT rect, int buddy, int64_t min, int64_t max) {
+  ControlSpec spec = Plain(ControlKind::Spin, id, rect, 0);
+  spec.buddy = buddy;
+  spec.minValue = min;
+  spec.maxValue = max;
+  return spec;
+}
+
+ControlSpec SetButton(RECT rect) { return Button(ctl::Set, "设置", rect); }
+ControlSpec GetButton(RECT rect) { return Button(ctl::Get, "获取", rect); }
+ControlSpec CancelButton(RECT rect) { return Button(ctl::Cancel, "取消", rect); }
+}  // namespace row
+
+plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<TemplateSection> sections) {
+  plat::DialogTemplate dialog{id, "", size, {}};
+  int section = 0;
+  for (const TemplateSection& rows : sections) {
+    ++section;
+    for (plat::ControlSpec spec : rows) {
+      spec.layoutGroup = section;
+      dialog.controls.push_back(std::move(spec));
+    }
+  }
+  return dialog;
+}
