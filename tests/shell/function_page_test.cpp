@@ -194,6 +194,25 @@ TEST_F(FunctionPageTest, ResultListMenuAndDoubleClick) {
   EXPECT_EQ(list->GetItemCount(), 0);
 }
 
+TEST_F(FunctionPageTest, NoParameterPanelShowsItsTextOverThePageArea) {
+  constexpr int kPointQueryType = 57;  // a function without parameters
+  window.ShowFunction(kPointQueryType);
+  CDlgNotParam* panel = window.NoParamPanel();
+  ASSERT_TRUE(panel->IsShown());
+  EXPECT_FALSE(window.FindOrCreatePage(kPointQueryType, false)->IsShown()) << "the page itself stays hidden";
+  plat::Window* text = panel->GetDlgItem(CDlgNotParam::kTextId);
+  ASSERT_NE(text, nullptr);
+  EXPECT_EQ(text->GetWindowText(), T(11058));
+  EXPECT_EQ(panel->OnCtlColor(text).text, RGB(0, 100, 0));
+
+  plat::SetDpi(120);
+  window.Layout();
+  plat::SetDpi(96);
+  const RECT area = window.PageRect();
+  EXPECT_EQ(panel->GetRect(), area) << "the panel fills the page area after every layout";
+  EXPECT_EQ(text->GetRect(), (RECT{0, 0, area.Width(), area.Height()})) << "the text fills the panel";
+}
+
 TEST_F(FunctionPageTest, LayoutScalesWithTheScreen) {
   plat::SetDpi(120);  // s(n) = 1.25 n rounded, t(n) the mean of n and s(n): t(30) = 34
   window.Layout();
