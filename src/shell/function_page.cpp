@@ -188,6 +188,8 @@ LRESULT CDlg808FunctionPage::WindowProc(UINT message, WPARAM wParam, LPARAM lPar
 void CDlg808FunctionPage::Layout() {
   using plat::s;
   using plat::t;
+  // An object without its window (created with no parent, or its parent gone) has nothing to lay out.
+  if (!IsWindow()) return;
   if (Window* parent = GetParent()) {
     const RECT client = parent->GetClientRect();
     MoveWindow({client.left + 1, client.top + t(30), client.right - 1, client.bottom - 9});
