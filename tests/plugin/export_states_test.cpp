@@ -1,10 +1,16 @@
 // Every export in every state a host can put the plug-in in: before any
 // window, with the function page object but no window (a null parent), a
 // window created twice, destroyed, or left behind by its parent; vehicle
-// function windows passed back null, unknown or already destroyed.
+// function windows passed back null, unknown or already destroyed. Also what
+// the library shows the host: its fourteen exports and nothing else.
 #include <dlfcn.h>
+#include <elf.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,6 +22,12 @@
 #include "platform/window.h"
 
 namespace {
+
+const std::set<std::string> kExports = {
+    "Dll_SetLangPath",          "Dll_CreateWindow",           "Dll_DestroyWindow",       "Dll_MoveWindow",
+    "Dll_GetWindowHeight",      "Dll_GetWindowWidth",         "Dll_Create808FunPageWindow",
+    "Dll_Destroy808FunWindow",  "Dll_Move808FunPageWindow",   "Dll_Get808FunWindowSize", "CP808_Msg",
+    "DLL808_CallName",          "DLL_WindowMsg",              "DLL_808FunPageParam"};
 
 struct Exports {
   explicit Exports(void* handle) : handle(handle) {}
@@ -177,6 +189,52 @@ TEST_F(ExportStates, EveryExportIsSafeInEveryState) {
     }
     dll.destroyPage();  // the next case starts without a function page window
   }
+}
+
+// The names of the defined, non-local symbols of a 64-bit ELF shared
+// library's dynamic symbol table: what a host can look up in it.
+std::set<std::string> VisibleSymbols(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  const std::string image{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  const auto read = [&]<class T>(size_t offset, T& out) {
+    if (offset > image.size() || image.size() - offset < sizeof(T)) return false;
+    std::memcpy(&out, image.data() + offset, sizeof(T));
+    return true;
+  };
+  std::set<std::string> names;
+  Elf64_Ehdr header{};
+  if (!read(0, header) || header.e_ident[EI_CLASS] != ELFCLASS64) return names;
+  const auto section = [&](size_t index) {
+    Elf64_Shdr s{};
+    read(header.e_shoff + index * sizeof(Elf64_Shdr), s);
+    return s;
+  };
+  for (size_t i = 0; i < header.e_shnum; ++i) {
+    const Elf64_Shdr symbols = section(i);
+    if (symbols.sh_type != SHT_DYNSYM) continue;
+    const Elf64_Shdr strings = section(symbols.sh_link);
+    for (size_t n = 0; n < symbols.sh_size / sizeof(Elf64_Sym); ++n) {
+      Elf64_Sym symbol{};
+      if (!read(symbols.sh_offset + n * sizeof(Elf64_Sym), symbol)) break;
+      if (symbol.st_shndx == SHN_UNDEF || ELF64_ST_BIND(symbol.st_info) == STB_LOCAL) continue;
+      if (symbol.st_name >= strings.sh_size) continue;
+      names.insert(image.c_str() + strings.sh_offset + symbol.st_name);
+    }
+  }
+  return names;
+}
+
+TEST(PluginSymbols, OnlyTheFourteenExportsAreVisible) {
+  const std::set<std::string> visible = VisibleSymbols(FC_PLUGIN_PATH);
+  std::string extra, missing;
+  for (const std::string& name : visible) {
+    if (!kExports.count(name)) extra += "\n  " + name;
+  }
+  for (const std::string& name : kExports) {
+    if (!visible.count(name)) missing += " " + name;
+  }
+  EXPECT_TRUE(extra.empty()) << "visible besides the exports:" << extra;
+  EXPECT_TRUE(missing.empty()) << "exports not visible:" << missing;
 }
 
 }  // namespace
