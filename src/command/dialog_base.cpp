@@ -17,7 +17,8 @@ constexpr int kBarInset = 1;
 constexpr int kFramedBarInset = 3;
 constexpr int kFramedBarDrop = 2;
 
-// Controls that ask for their colours the way static texts do.
+// Controls that ask for their colours the way static texts do: statics,
+// and edit boxes that are read-only or disabled.
 bool AsksLikeStatic(const plat::Control& control) {
   switch (control.Kind()) {
     case plat::ControlKind::Static:
@@ -28,6 +29,14 @@ bool AsksLikeStatic(const plat::Control& control) {
     default:
       return false;
   }
+}
+
+// One style bit leaves a control that asks like a static to the framework:
+// read-only on an edit box (so only a disabled edit takes the theme), the
+// system-colour bit on a static.
+bool KeepsSystemColors(const plat::Control& control) {
+  const uint32_t bit = control.Kind() == plat::ControlKind::Edit ? plat::style::ReadOnly : plat::style::SystemColors;
+  return (control.Style() & bit) != 0;
 }
 
 // The resizing answer for a point near the frame of r, or 0 in the body.
@@ -62,7 +71,7 @@ CtlColorAnswer CDialogBase::OnCtlColor(plat::Window* control) {
     return answer;
   }
   const auto* c = dynamic_cast<const plat::Control*>(control);
-  if (!c || !AsksLikeStatic(*c) || (c->Style() & plat::style::SystemColors)) return answer;
+  if (!c || !AsksLikeStatic(*c) || KeepsSystemColors(*c)) return answer;
   answer.framework = false;
   answer.transparent = true;
   answer.text = theme.Color(kThemeText);

@@ -34,6 +34,13 @@ int32_t Guarded(const char* name, int32_t onError, F&& body) {
 
 plat::Window* ParentWindow(FLEETCMD_HWND parent) { return plat::Window::FromHandle(reinterpret_cast<HWND>(parent)); }
 
+// A vehicle function window the host passes back; null for a pointer that
+// Dll_CreateWindow did not hand out or that was destroyed since.
+CDlgMain* VehicleWindow(void* window) {
+  auto* candidate = static_cast<CDlgMain*>(window);
+  return module::VehicleWindows().count(candidate) ? candidate : nullptr;
+}
+
 }  // namespace
 
 extern "C" {
@@ -52,6 +59,7 @@ FLEETCMD_API int32_t FLEETCMD_CALL Dll_CreateWindow(FLEETCMD_HWND parent, void**
     auto created = std::make_unique<CDlgMain>(functionType);
     if (!created->CreateDlg(parentWindow)) return kFailed;
     created->ShowWindow(plat::SW_SHOW);
+    module::VehicleWindows().insert(created.get());
     *window = created.release();
     return kOk;
   });
@@ -59,16 +67,19 @@ FLEETCMD_API int32_t FLEETCMD_CALL Dll_CreateWindow(FLEETCMD_HWND parent, void**
 
 FLEETCMD_API int32_t FLEETCMD_CALL Dll_DestroyWindow(void* window) {
   return Guarded("Dll_DestroyWindow", kFailed, [&] {
-    if (!window) return kFailed;
-    delete static_cast<CDlgMain*>(window);
+    CDlgMain* known = VehicleWindow(window);
+    if (!known) return kFailed;
+    module::VehicleWindows().erase(known);
+    delete known;
     return kOk;
   });
 }
 
 FLEETCMD_API int32_t FLEETCMD_CALL Dll_MoveWindow(void* window) {
   return Guarded("Dll_MoveWindow", kFailed, [&] {
-    if (!window) return kFailed;
-    static_cast<CDlgMain*>(window)->FitIntoParent();
+    CDlgMain* known = VehicleWindow(window);
+    if (!known) return kFailed;
+    known->FitIntoParent();
     return kOk;
   });
 }
@@ -106,7 +117,8 @@ FLEETCMD_API int32_t FLEETCMD_CALL Dll_Destroy808FunWindow(void) {
 FLEETCMD_API int32_t FLEETCMD_CALL Dll_Move808FunPageWindow(void) {
   return Guarded("Dll_Move808FunPageWindow", kFailed, [&] {
     auto& window = module::FunctionPageWindow();
-    if (!window) return kFailed;
+    // The object without its window (a first call with no parent) is no window to lay out.
+    if (!window || !window->IsWindow()) return kFailed;
     window->Layout();
     return kOk;
   });
@@ -162,8 +174,9 @@ FLEETCMD_API int32_t FLEETCMD_CALL DLL808_CallName(const char* deviceNumber) {
 
 FLEETCMD_API int32_t FLEETCMD_CALL DLL_WindowMsg(void* window, uint32_t message, uintptr_t wParam, intptr_t lParam) {
   return Guarded("DLL_WindowMsg", kFailed, [&] {
-    if (!window) return kFailed;
-    static_cast<CDlgMain*>(window)->OnHostMessage(message, wParam, lParam);
+    CDlgMain* known = VehicleWindow(window);
+    if (!known) return kFailed;
+    known->OnHostMessage(message, wParam, lParam);
     return kOk;
   });
 }

@@ -16,6 +16,11 @@ std::unique_ptr<CDlgCallName>& CallNameWindow() {
   static auto* window = new std::unique_ptr<CDlgCallName>();
   return *window;
 }
+
+std::set<CDlgMain*>& VehicleWindows() {
+  static auto* windows = new std::set<CDlgMain*>();
+  return *windows;
+}
 }  // namespace module
 
 int CLibMostSetup_808App::ExitInstance() {

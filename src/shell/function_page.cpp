@@ -6,12 +6,11 @@
 #include "command/page_registry.h"
 #include "lang/language.h"
 #include "shell/fun_tree.h"
+#include "shell/no_param_panel.h"
 #include "shell/result_list.h"
 #include "ui/xlist_ctrl.h"
 
 namespace {
-constexpr int kNoParamTemplate = 4114;
-constexpr int kNoParamText = 4115;
 constexpr int kButtonWidth = 90, kButtonHeight = 28;
 
 const plat::DialogTemplate kWindowTemplate{
@@ -22,10 +21,7 @@ const plat::DialogTemplate kWindowTemplate{
      {ctl::Set, plat::ControlKind::PushButton, "设置", {0, 0, kButtonWidth, kButtonHeight}},
      {ctl::Cancel, plat::ControlKind::PushButton, "批量设置", {0, 0, kButtonWidth + 20, kButtonHeight}},
      {ctl::BatchGet, plat::ControlKind::PushButton, "批量获取", {0, 0, kButtonWidth + 20, kButtonHeight}}}};
-const plat::DialogTemplate kNoParamPanelTemplate{kNoParamTemplate, "", {600, 300},
-                                                 {{kNoParamText, plat::ControlKind::Static, "无参数"}}};
-const plat::templates::Registration kRegistrations[] = {plat::templates::Registration{kWindowTemplate},
-                                                        plat::templates::Registration{kNoParamPanelTemplate}};
+const plat::templates::Registration kRegistration{kWindowTemplate};
 
 // The captions of the four buttons in each caption mode: get, set, batch set, batch get.
 struct ButtonCaptions {
@@ -54,7 +50,7 @@ BOOL CDlg808FunctionPage::OnInitDialog() {
   tree_ = std::make_unique<CDlg808FunTree>();
   tree_->CreateDlg(this);
   tree_->ShowWindow(plat::SW_SHOW);
-  noParamPanel_ = std::make_unique<plat::Dialog>(kNoParamTemplate);
+  noParamPanel_ = std::make_unique<CDlgNotParam>();
   noParamPanel_->CreateDlg(this);
   SetButtonCaptions(1);
   Layout();
@@ -191,6 +187,8 @@ LRESULT CDlg808FunctionPage::WindowProc(UINT message, WPARAM wParam, LPARAM lPar
 void CDlg808FunctionPage::Layout() {
   using plat::s;
   using plat::t;
+  // An object without its window (created with no parent, or its parent gone) has nothing to lay out.
+  if (!IsWindow()) return;
   if (Window* parent = GetParent()) {
     const RECT client = parent->GetClientRect();
     MoveWindow({client.left + 1, client.top + t(30), client.right - 1, client.bottom - 9});

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 
+#include "shell/no_param_panel.h"
 #include "shell/result_list.h"
 
 class CBaseDlg;
@@ -32,7 +33,7 @@ class CDlg808FunctionPage : public CResultListWindow {
   void MarkProtocolUpdatePending();
 
   CDlg808FunTree* Tree() const { return tree_.get(); }
-  plat::Dialog* NoParamPanel() const { return noParamPanel_.get(); }
+  CDlgNotParam* NoParamPanel() const { return noParamPanel_.get(); }
   int CurrentType() const { return currentType_; }
   int SelectedType() const { return selectedType_; }
   RECT PageRect() const { return pageRect_; }
@@ -50,7 +51,7 @@ class CDlg808FunctionPage : public CResultListWindow {
 
   std::map<int, std::unique_ptr<CBaseDlg>> pages_;
   std::unique_ptr<CDlg808FunTree> tree_;
-  std::unique_ptr<plat::Dialog> noParamPanel_;
+  std::unique_ptr<CDlgNotParam> noParamPanel_;
   int currentType_ = -1;
   int selectedType_ = -1;
   RECT pageRect_{};

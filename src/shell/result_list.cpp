@@ -1,5 +1,6 @@
 #include "shell/result_list.h"
 
+#include <iterator>
 #include <string>
 
 #include "host/hostcore.h"
@@ -53,7 +54,8 @@ void OnRightClick(plat::Window& owner, CXListCtrl& list) {
 void OnDoubleClick(CXListCtrl& list, int row) {
   if (row < 0 || row >= list.GetItemCount()) return;
   std::string text;
-  for (int c = 0; c < list.GetColumnCount(); ++c) {
+  // The visible columns only: the hidden ones hold no text for the user.
+  for (int c = 0; c < static_cast<int>(std::size(kColumns)) && c < list.GetColumnCount(); ++c) {
     text += FormatChineseColon(list.GetColumn(c).caption, list.GetItemText(row, c)) + "\r\n";
   }
   ShowMsgTipEx(text, "", 0);

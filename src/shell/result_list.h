@@ -25,7 +25,7 @@ constexpr uint32_t kExtendedStyle = 0x63;
 void SetupColumns(CXListCtrl& list);
 // The context menu on a right click: export and clear, both disabled when the list is empty.
 void OnRightClick(plat::Window& owner, CXListCtrl& list);
-// A double click shows the row in a tip, one "caption: text" line per column.
+// A double click shows the row in a tip, one "caption: text" line per visible column.
 void OnDoubleClick(CXListCtrl& list, int row);
 // Replaces the built-in export of a list (menu command 32771) when set.
 using ExportHandler = void (*)(plat::Window& owner, CXListCtrl& list);

@@ -10,13 +10,14 @@ using plat::ControlKind;
 namespace style = plat::style;
 
 constexpr int kTemplate = 7100;
-enum : int { kLabel = 10, kFixedLabel, kFixedReadOnly, kReadOnly, kDisabled, kEdit, kButton };
+enum : int { kLabel = 10, kFixedLabel, kFixedReadOnly, kReadOnly, kDisabled, kDisabledReadOnly, kEdit, kButton };
 const plat::DialogTemplate kChild{kTemplate, "child", {200, 100},
                                   {{kLabel, ControlKind::Static, "label"},
                                    {kFixedLabel, ControlKind::Static, "", {}, style::SystemColors},
                                    {kFixedReadOnly, ControlKind::Edit, "", {}, style::ReadOnly | style::SystemColors},
                                    {kReadOnly, ControlKind::Edit, "", {}, style::ReadOnly},
                                    {kDisabled, ControlKind::Edit, "", {}, style::Disabled},
+                                   {kDisabledReadOnly, ControlKind::Edit, "", {}, style::Disabled | style::ReadOnly},
                                    {kEdit, ControlKind::Edit, ""},
                                    {kButton, ControlKind::PushButton, ""}}};
 const plat::templates::Registration kReg{kChild};
@@ -117,14 +118,24 @@ TEST_F(DragTest, OneMonitorConfinesTheCursorUntilTheButtonIsUp) {
   plat::screen::SetMaximizedSize({1920, 1040});
 }
 
-TEST_F(DragTest, ThemeColoursStaticsAndTheDialogOnly) {
+TEST_F(DragTest, ThemeColoursStaticsDisabledEditsAndTheDialogOnly) {
   CPathManager& theme = CPathManager::Instance();
   const CtlColorAnswer themed{false, true, theme.Color("m_dwRGBTextColor"), theme.Color("m_dwRGBDlgPopupBaseBK"), true};
   const CtlColorAnswer framework{};
-  const std::pair<int, CtlColorAnswer> cases[] = {
-      {kLabel, themed},    {kFixedLabel, framework}, {kFixedReadOnly, framework}, {kReadOnly, themed},
-      {kDisabled, themed}, {kEdit, framework},       {kButton, framework}};
-  for (const auto& [id, answer] : cases) EXPECT_EQ(page.OnCtlColor(page.GetDlgItem(id)), answer) << "control " << id;
+  struct Case {
+    const char* what;
+    int id;
+    CtlColorAnswer answer;
+  };
+  const Case cases[] = {{"static", kLabel, themed},
+                        {"static with the system-colour bit", kFixedLabel, framework},
+                        {"read-only edit with the system-colour bit", kFixedReadOnly, framework},
+                        {"read-only edit", kReadOnly, framework},
+                        {"disabled edit", kDisabled, themed},
+                        {"disabled read-only edit", kDisabledReadOnly, framework},
+                        {"edit", kEdit, framework},
+                        {"button", kButton, framework}};
+  for (const Case& c : cases) EXPECT_EQ(page.OnCtlColor(page.GetDlgItem(c.id)), c.answer) << c.what;
   const CtlColorAnswer dialog{false, false, 0, theme.Color("m_dwRGBDlgPopupBaseBK"), true};
   EXPECT_EQ(page.OnCtlColor(&page), dialog);
 }

@@ -182,14 +182,35 @@ TEST_F(FunctionPageTest, ResultListMenuAndDoubleClick) {
   EXPECT_FALSE(shown[0].enabled || shown[1].enabled) << "both entries are disabled on an empty list";
   plat::menu::SetObserver(nullptr);
 
+  // A full row: the six visible columns, then the empty one and the status word.
   list->InsertItem(0, "1");
-  list->SetItemText(0, 4, "ok");
+  for (int c = 1; c < list->GetColumnCount(); ++c) list->SetItemText(0, c, "cell" + std::to_string(c));
   list->UserDoubleClick(0);
-  const std::string tip = TipTexts().back();
-  EXPECT_EQ(tip.rfind(FormatChineseColon("#", "1") + "\r\n", 0), 0u) << tip;
+  std::string visible;
+  for (int c = 0; c < 6; ++c) visible += FormatChineseColon(list->GetColumn(c).caption, list->GetItemText(0, c)) + "\r\n";
+  EXPECT_EQ(TipTexts().back(), visible) << "one line per visible column, in order, and nothing of the hidden two";
   plat::menu::PushChoice(32772);
   list->UserRightClick(0);
   EXPECT_EQ(list->GetItemCount(), 0);
+}
+
+TEST_F(FunctionPageTest, NoParameterPanelShowsItsTextOverThePageArea) {
+  constexpr int kPointQueryType = 57;  // a function without parameters
+  window.ShowFunction(kPointQueryType);
+  CDlgNotParam* panel = window.NoParamPanel();
+  ASSERT_TRUE(panel->IsShown());
+  EXPECT_FALSE(window.FindOrCreatePage(kPointQueryType, false)->IsShown()) << "the page itself stays hidden";
+  plat::Window* text = panel->GetDlgItem(CDlgNotParam::kTextId);
+  ASSERT_NE(text, nullptr);
+  EXPECT_EQ(text->GetWindowText(), T(11058));
+  EXPECT_EQ(panel->OnCtlColor(text).text, RGB(0, 100, 0));
+
+  plat::SetDpi(120);
+  window.Layout();
+  plat::SetDpi(96);
+  const RECT area = window.PageRect();
+  EXPECT_EQ(panel->GetRect(), area) << "the panel fills the page area after every layout";
+  EXPECT_EQ(text->GetRect(), (RECT{0, 0, area.Width(), area.Height()})) << "the text fills the panel";
 }
 
 TEST_F(FunctionPageTest, LayoutScalesWithTheScreen) {
