@@ -1,8 +1,6 @@
+// The terminals' dispatch: parses each request, counts it, and hands it to
+// the responder registered for its command number.
 #include "host/ref/run/terminals.h"
-
-#include <map>
-#include <optional>
-#include <mutex>
 
 #include <json/json.h>
 
@@ -13,116 +11,42 @@
 
 namespace hostref::terminals {
 namespace {
-
-enum Command : int {
-  kTextMessage = 0x8300,
-  kTerminalAttributes = 0x8107,
-  kAudioVideoAttributes = 0x9003,
-  kPositionQuery = 0x8201,
-};
-constexpr int kResultMessageError = 2;
 constexpr int kAttrProtocol2019 = 80;
-// Where the simulated vehicles stand, degrees x 10^6, and how far a query moves them.
-constexpr int kBaseLatitude = 22543000, kBaseLongitude = 114057000, kStepLatitude = 120, kStepLongitude = 90;
 
-struct Terminal {
-  std::vector<ReceivedText> texts;
-  std::map<int, size_t> queries;
-};
-
-std::mutex g_mutex;
-std::map<std::string, Terminal> g_terminals;
-
-std::string Reply(Json::Value reply, int result = 0) {
-  reply["Error"] = 0;
-  reply["result"] = result;
-  return txt::WriteCompactJson(reply);
+std::recursive_mutex& Mutex() {
+  static std::recursive_mutex mutex;
+  return mutex;
 }
 
-bool Is2019(const std::string& idno) {
-  return CVehicleBaseMgr::FindDvsDeviceByIDNO(idno.c_str()).GetDevInt(kAttrProtocol2019) != 0;
+std::map<int, Responder>& Responders() {
+  static std::map<int, Responder> responders;
+  return responders;
 }
 
-// The SIM card number as the terminal reports it: BCD bytes of "8986" and the device number.
-std::string SimBytes(const std::string& idno) {
-  std::string digits = "8986" + idno + "0000000000000000";
-  digits.resize(20);
-  std::string bytes;
-  for (size_t i = 0; i < digits.size(); i += 2) {
-    bytes += static_cast<char>(((digits[i] - '0') << 4) | (digits[i + 1] - '0'));
-  }
-  return bytes;
+std::vector<std::function<void()>>& ClearHooks() {
+  static std::vector<std::function<void()>> hooks;
+  return hooks;
 }
 
-Json::Value Attributes(const std::string& idno) {
-  const bool edition2019 = Is2019(idno);
-  Json::Value reply;
-  reply["DTYPE"] = edition2019 ? 0x0105 : 0x0006;
-  reply["MID"] = "FLEET";
-  reply["DMODEL"] = edition2019 ? "T19-A" : "T13-B";
-  reply["DID"] = "D" + idno;
-  reply["DSIM"] = SimBytes(idno);
-  if (edition2019) reply["DSIMBCD"] = "8986" + idno;
-  reply["DHVER"] = edition2019 ? "HW2.0" : "HW1.4";
-  reply["DFVER"] = edition2019 ? "FW5.1.0" : "FW3.2.7";
-  reply["GNSSA"] = edition2019 ? 0x03 : 0x01;
-  reply["COMMA"] = edition2019 ? 0x21 : 0x01;
-  return reply;
+// How many of each command each device got.
+DeviceState<std::map<int, size_t>>& Counts() {
+  static DeviceState<std::map<int, size_t>> counts;
+  return counts;
 }
 
-Json::Value AudioVideo(const std::string& idno) {
-  Json::Value reply;
-  reply["ACODE"] = 19;
-  reply["ACHN"] = 1;
-  reply["ASR"] = 0;
-  reply["ASB"] = 1;
-  reply["AFL"] = 320;
-  reply["AOUT"] = 1;
-  reply["VCODE"] = Is2019(idno) ? 99 : 98;
-  reply["ACHNN"] = 2;
-  reply["VCHNN"] = 4;
-  return reply;
-}
-
-Json::Value Position(size_t query) {
-  const int step = static_cast<int>(query);
-  Json::Value reply;
-  reply["Lat"] = kBaseLatitude + step * kStepLatitude;
-  reply["Lng"] = kBaseLongitude + step * kStepLongitude;
-  reply["Speed"] = 350 + step % 7 * 10;
-  reply["Direction"] = (step * 15) % 360;
-  reply["Alarm"] = 0;
-  reply["Status"] = 3;
-  return reply;
-}
-
-std::optional<std::string> Answer(const SentRequest& request) {
+std::optional<std::string> Dispatch(const SentRequest& request) {
   Json::Value envelope;
   if (!txt::ParseJson(request.envelope, envelope)) return std::nullopt;
   const int command = txt::JsonMemberInt(envelope, "Command", -1);
   Json::Value param;
-  const bool hasParam = !request.param.empty();
-  if (hasParam && !txt::ParseJson(request.param, param)) return Reply(Json::Value(Json::objectValue), kResultMessageError);
-
-  std::lock_guard lock(g_mutex);
-  Terminal& terminal = g_terminals[request.devIdno];
-  const size_t count = terminal.queries[command]++;
-  switch (command) {
-    case kTextMessage: {
-      if (!param.isObject()) return Reply(Json::Value(Json::objectValue), kResultMessageError);
-      terminal.texts.push_back({txt::JsonMemberInt(param, "Flag", 0), txt::JsonMemberInt(param, "TextType", 0),
-                                txt::GbkToUtf8(FormDecode(txt::JsonMemberString(param, "TextInfo")))});
-      return Reply(Json::Value(Json::objectValue));
-    }
-    case kTerminalAttributes:
-      return Reply(Attributes(request.devIdno));
-    case kAudioVideoAttributes:
-      return Reply(AudioVideo(request.devIdno));
-    case kPositionQuery:
-      return Reply(Position(count));
-    default:
-      return Reply(Json::Value(Json::objectValue));
+  if (!request.param.empty() && !txt::ParseJson(request.param, param)) {
+    return Reply(Json::Value(Json::objectValue), kResultMessageError);
   }
+  auto lock = Locked();
+  const size_t count = Counts()[request.devIdno][command]++;
+  auto it = Responders().find(command);
+  if (it == Responders().end()) return Reply(Json::Value(Json::objectValue));
+  return it->second(TerminalRequest{request.devIdno, command, param, count});
 }
 
 int HexDigit(char c) {
@@ -132,6 +56,25 @@ int HexDigit(char c) {
   return -1;
 }
 }  // namespace
+
+RegisterResponder::RegisterResponder(int command, Responder responder) {
+  Responders()[command] = std::move(responder);
+}
+
+void AddClearHook(std::function<void()> clear) { ClearHooks().push_back(std::move(clear)); }
+
+std::unique_lock<std::recursive_mutex> Locked() { return std::unique_lock<std::recursive_mutex>(Mutex()); }
+
+std::string Reply(Json::Value body, int result) {
+  if (!body.isObject()) body = Json::Value(Json::objectValue);
+  body["Error"] = 0;
+  body["result"] = result;
+  return txt::WriteCompactJson(body);
+}
+
+bool Is2019(const std::string& idno) {
+  return CVehicleBaseMgr::FindDvsDeviceByIDNO(idno.c_str()).GetDevInt(kAttrProtocol2019) != 0;
+}
 
 std::string FormDecode(const std::string& text) {
   // Only a form-encoded text has "%XX"; a plain one went out as typed.
@@ -154,26 +97,24 @@ std::string FormDecode(const std::string& text) {
   return out;
 }
 
-void Install() { net::SetResponder(&Answer); }
+std::string TypedText(const Json::Value& param, const char* key) {
+  return txt::GbkToUtf8(FormDecode(txt::JsonMemberString(param, key)));
+}
+
+void Install() { net::SetResponder(&Dispatch); }
 void Uninstall() { net::SetResponder(nullptr); }
 
 void Clear() {
-  std::lock_guard lock(g_mutex);
-  g_terminals.clear();
-}
-
-std::vector<ReceivedText> Texts(const std::string& devIdno) {
-  std::lock_guard lock(g_mutex);
-  auto it = g_terminals.find(devIdno);
-  return it == g_terminals.end() ? std::vector<ReceivedText>{} : it->second.texts;
+  auto lock = Locked();
+  for (const auto& clear : ClearHooks()) clear();
 }
 
 size_t QueryCount(const std::string& devIdno, int command) {
-  std::lock_guard lock(g_mutex);
-  auto it = g_terminals.find(devIdno);
-  if (it == g_terminals.end()) return 0;
-  auto q = it->second.queries.find(command);
-  return q == it->second.queries.end() ? 0 : q->second;
+  auto lock = Locked();
+  const auto* counts = Counts().Find(devIdno);
+  if (!counts) return 0;
+  auto it = counts->find(command);
+  return it == counts->end() ? 0 : it->second;
 }
 
 }  // namespace hostref::terminals

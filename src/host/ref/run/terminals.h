@@ -1,28 +1,102 @@
 // Simulated terminals: each device of the fleet answers the commands the
 // plug-in sends the way a JT/T 808 terminal would, and remembers what it got.
 // Answers are deterministic: the same requests give the same replies.
+//
+// One responder per command number, registered beside its family's other
+// responders in src/host/ref/run/terminals/<family>.cpp:
+//
+//   const RegisterResponder kText{0x8300, [](const TerminalRequest& r) -> Answer {
+//     if (!r.param.isObject()) return Reply({}, kResultMessageError);
+//     g_texts[r.devIdno].push_back(...);
+//     return Reply({});
+//   }};
+//
+// Responders run on the network thread with the terminals' lock held, so a
+// family's per-device state (DeviceState below) needs no lock of its own; a
+// test reading that state takes the lock with Locked().
 #pragma once
 
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include <json/value.h>
+
 namespace hostref::terminals {
 
+// One command as a terminal receives it.
+struct TerminalRequest {
+  const std::string& devIdno;
+  int command;
+  const Json::Value& param;  // null when the request had no parameter text
+  size_t count;              // how many of this command the device got before this one
+};
+// The reply text, or nullopt for the platform's default answer.
+using Answer = std::optional<std::string>;
+using Responder = std::function<Answer(const TerminalRequest&)>;
+
+// Registers the responder of a command number (at static initialisation).
+struct RegisterResponder {
+  RegisterResponder(int command, Responder responder);
+};
+
+// Result codes a terminal answers with.
+constexpr int kResultOk = 0;
+constexpr int kResultFailed = 1;
+constexpr int kResultMessageError = 2;
+constexpr int kResultUnsupported = 3;
+
+// The reply envelope around an answer's members: "Error" 0 and "result".
+std::string Reply(Json::Value body, int result = kResultOk);
+// The device speaks the 2019 edition (device attribute 80).
+bool Is2019(const std::string& devIdno);
+// Undoes the form encoding of a text parameter ("+" and "%XX").
+std::string FormDecode(const std::string& text);
+// A text parameter as the operator typed it: form-decoded, code page 936 to UTF-8.
+std::string TypedText(const Json::Value& param, const char* key);
+
+// The terminals' lock, for reading a family's state outside a responder.
+std::unique_lock<std::recursive_mutex> Locked();
+
+// Per-device state of a family, emptied by Clear().
+template <class T>
+class DeviceState {
+ public:
+  DeviceState() { OnClear([this] { states_.clear(); }); }
+  // Call with the terminals' lock held (inside a responder, or under Locked()).
+  T& operator[](const std::string& devIdno) { return states_[devIdno]; }
+  const T* Find(const std::string& devIdno) const {
+    auto it = states_.find(devIdno);
+    return it == states_.end() ? nullptr : &it->second;
+  }
+
+ private:
+  static void OnClear(std::function<void()> clear);
+  std::map<std::string, T> states_;
+};
+void AddClearHook(std::function<void()> clear);
+template <class T>
+void DeviceState<T>::OnClear(std::function<void()> clear) {
+  AddClearHook(std::move(clear));
+}
+
+// Makes the simulated platform answer through the terminals.
+void Install();
+void Uninstall();
+// Forgets what every terminal got.
+void Clear();
+
+size_t QueryCount(const std::string& devIdno, int command);
+
+// What the text message family keeps.
 struct ReceivedText {
   int flag = 0;
   int textType = 0;
   std::string text;  // UTF-8, as the operator typed it
 };
-
-// Makes the simulated platform answer through the terminals.
-void Install();
-void Uninstall();
-void Clear();
-
 std::vector<ReceivedText> Texts(const std::string& devIdno);
-size_t QueryCount(const std::string& devIdno, int command);
-
-// Undoes the form encoding of a text parameter ("+" and "%XX").
-std::string FormDecode(const std::string& text);
 
 }  // namespace hostref::terminals
