@@ -16,11 +16,11 @@ void DeviceCaps::LoadFlags(int devId) {
   bDevAttr76 = bDevAttr78 = bProtocol2019 = bDevAttr99 = FALSE;
   CVehicleFunc vehicle = CVehicleBaseMgr::FindVechicleFromDevID(devId);
   if (!vehicle.IsValid()) return;
-  if (vehicle.GetDevInt(kAttrTerminalKind76) != 0) {
+  if (vehicle.GetDevInt(kAttrOwnKind) != 0) {
     bDevAttr76 = TRUE;
-    if (vehicle.GetDevInt(kAttrKind78) != 0) {
+    if (vehicle.GetDevInt(kAttrOwnKindHd) != 0) {
       bDevAttr78 = TRUE;
-    } else if (vehicle.GetDevInt(kAttrKind99) != 0) {
+    } else if (vehicle.GetDevInt(kAttrOwnKindAlt) != 0) {
       bDevAttr99 = TRUE;
     }
   }

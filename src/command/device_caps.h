@@ -6,12 +6,13 @@
 
 #include "platform/wintypes.h"
 
-// Device attributes the flags come from.
+// Device attributes the flags come from: a terminal of the platform's own
+// kind, its high-definition and alternative models, the 2019 edition.
 enum DeviceAttr : int {
-  kAttrTerminalKind76 = 76,
-  kAttrKind78 = 78,
+  kAttrOwnKind = 76,
+  kAttrOwnKindHd = 78,
   kAttrProtocol2019 = 80,
-  kAttrKind99 = 99,
+  kAttrOwnKindAlt = 99,
 };
 
 struct DeviceCaps {

@@ -10,13 +10,14 @@ enum : UINT {
   Reply = 1282,                // network reply posted to a page (wParam: the request)
   SendControlsChanged = 1283,  // page to parent: its send buttons changed state
   ClosePage = 12544,           // page to parent: close me
-  HostForward13318 = 13318,    // page to hosting window, passed on to the host
-  HostQuery13319 = 13319,
-  HostForward13330 = 13330,
-  HostForward13335 = 13335,
-  FunctionChosen = 13336,      // tree to function page; function page to host
-  HostForward13337 = 13337,
-  HostForward13338 = 13338,
+  // Page to hosting window, passed on to the host unchanged:
+  AlarmHandled = 13318,         // before and after each alarm is handled (0, 2 when all are done)
+  HandlingLogged = 13319,       // the handling log entry of a run; the host's answer is returned
+  AlarmConfirmed = 13330,       // a confirmation was answered (the result code)
+  ReservedForward1 = 13335,     // passed on; no page of the plug-in sends it
+  FunctionChosen = 13336,       // tree to function page; function page to host
+  SupervisionAnswered = 13337,  // every supervised alarm was answered
+  ReservedForward2 = 13338,     // passed on; no page of the plug-in sends it
   PointQueryAnswer = 13339,    // point-query page to host
 };
 }  // namespace msg

@@ -40,26 +40,26 @@ void FillParam(_tagFillTreeParamEx_S& record, CBaseDlg& page) {
 
   CodeList first(kFirstListCapacity, kFirstListStart);
   CodeList second(kSecondListCapacity, kSecondListStart);
-  auto add = [&](int32_t a, int32_t b) {
-    first.Add(a);
-    second.Add(b);
+  auto add = [&](KindCodes codes) {
+    first.Add(codes.first);
+    second.Add(codes.second);
   };
   const uint32_t mask = page.GetDeviceKindMask();
   const DeviceCaps& caps = page.Caps();
-  if ((mask & kMaskAttr76Kinds) && caps.bDevAttr76) {
-    add(76, 81);
-    if (caps.bDevAttr78 && (mask & kMaskAttr78)) {
-      add(78, 83);
-    } else if (caps.bDevAttr99 && (mask & kMaskAttr99)) {
-      add(99, 121);
-    } else if (!caps.bDevAttr78 && !caps.bDevAttr99 && (mask & kMaskAttr77)) {
-      add(77, 82);
+  if ((mask & kMaskOwnKinds) && caps.bDevAttr76) {
+    add(kCodesOwn);
+    if (caps.bDevAttr78 && (mask & kMaskOwnHd)) {
+      add(kCodesOwnHd);
+    } else if (caps.bDevAttr99 && (mask & kMaskOwnAlt)) {
+      add(kCodesOwnAlt);
+    } else if (!caps.bDevAttr78 && !caps.bDevAttr99 && (mask & kMaskOwnBasic)) {
+      add(kCodesOwnBasic);
     }
   }
-  if ((mask & kMaskPlainKinds) && !caps.bDevAttr76) {
-    add(79, 84);
-    if (caps.bProtocol2019 && (mask & kMaskProtocol2019)) add(80, 85);
-    if (!caps.bProtocol2019 && !(mask & kMaskNot2013)) add(81, 86);
+  if ((mask & kMaskJt808Kinds) && !caps.bDevAttr76) {
+    add(kCodesJt808);
+    if (caps.bProtocol2019 && (mask & kMaskEdition2019)) add(kCodesEdition2019);
+    if (!caps.bProtocol2019 && !(mask & kMaskNot2013)) add(kCodesEdition2013);
   }
   page.AddPickerColumnsFirst(first.codes, first.count);
   page.AddPickerColumnsSecond(second.codes, second.count);

@@ -18,9 +18,18 @@ constexpr size_t kFirstListOffset = 152, kFirstListCapacity = 12;
 constexpr size_t kSecondListOffset = 200, kSecondListCapacity = (kOffsetTail - kSecondListOffset) / 4;
 constexpr int32_t kFirstListStart = 84, kSecondListStart = 113;
 
-// Bits of a page's DeviceKindMask.
-constexpr uint32_t kMaskAttr76Kinds = 0x0F00, kMaskAttr77 = 0x0100, kMaskAttr78 = 0x0200, kMaskAttr99 = 0x0800;
-constexpr uint32_t kMaskPlainKinds = 0x0007, kMaskProtocol2019 = 0x0002, kMaskNot2013 = 0x0004;
+// Bits of a page's DeviceKindMask: the platform's own terminals (any model,
+// the basic, high-definition and alternative models), and JT/T 808 terminals
+// (any, the 2019 edition, not the 2013 edition).
+constexpr uint32_t kMaskOwnKinds = 0x0F00, kMaskOwnBasic = 0x0100, kMaskOwnHd = 0x0200, kMaskOwnAlt = 0x0800;
+constexpr uint32_t kMaskJt808Kinds = 0x0007, kMaskEdition2019 = 0x0002, kMaskNot2013 = 0x0004;
+
+// The picker's codes of a device kind, one for each list.
+struct KindCodes {
+  int32_t first, second;
+};
+constexpr KindCodes kCodesOwn{76, 81}, kCodesOwnHd{78, 83}, kCodesOwnAlt{99, 121}, kCodesOwnBasic{77, 82};
+constexpr KindCodes kCodesJt808{79, 84}, kCodesEdition2019{80, 85}, kCodesEdition2013{81, 86};
 
 // Fills the record for a page (its mask, its device flags and its own codes).
 void FillParam(_tagFillTreeParamEx_S& record, CBaseDlg& page);

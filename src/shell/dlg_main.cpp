@@ -37,8 +37,8 @@ bool IsType(int type, std::initializer_list<int> types) {
 }
 
 // Messages of the page that the host answers.
-constexpr UINT kForwarded[] = {msg::HostForward13318, msg::HostForward13330, msg::HostForward13335,
-                               msg::HostForward13337, msg::HostForward13338};
+constexpr UINT kForwarded[] = {msg::AlarmHandled, msg::AlarmConfirmed, msg::ReservedForward1,
+                               msg::SupervisionAnswered, msg::ReservedForward2};
 }  // namespace
 
 CDlgMain::CDlgMain(int functionType) : CResultListWindow(kTemplate), functionType_(functionType) {}
@@ -86,7 +86,7 @@ LRESULT CDlgMain::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   for (UINT forwarded : kForwarded) {
     if (message == forwarded) return GetParent() ? GetParent()->SendMessage(message, wParam, lParam) : 0;
   }
-  if (message == msg::HostQuery13319) {
+  if (message == msg::HandlingLogged) {
     return (wParam != 0 && GetParent()) ? GetParent()->SendMessage(message, wParam, lParam) : 0;
   }
   if (message == msg::ClosePage) {

@@ -32,12 +32,12 @@ TEST_F(VehicleWindowTest, PageListAndForwarding) {
   EXPECT_EQ(window.Page()->GetResultList(), window.ResultList());
   EXPECT_EQ(window.Page()->GetItemText(ctl::Set), fixture::T(11004)) << "the page's own buttons are used here";
 
-  window.SendMessage(msg::HostQuery13319, 0, 0);
-  window.SendMessage(msg::HostQuery13319, 5, 0);
-  window.SendMessage(msg::HostForward13338, 1, 2);
+  window.SendMessage(msg::HandlingLogged, 0, 0);
+  window.SendMessage(msg::HandlingLogged, 5, 0);
+  window.SendMessage(msg::ReservedForward2, 1, 2);
   window.Page()->Item<plat::Button>(ctl::Cancel)->Click();
   plat::MessageLoop::Instance().RunPending();
-  EXPECT_EQ(host.messages, (std::vector<UINT>{msg::HostQuery13319, msg::HostForward13338, WM_CLOSE}));
+  EXPECT_EQ(host.messages, (std::vector<UINT>{msg::HandlingLogged, msg::ReservedForward2, WM_CLOSE}));
 
   window.FitIntoParent();
   EXPECT_EQ(window.GetRect(), (RECT{1, plat::t(30), 799, 592}));
