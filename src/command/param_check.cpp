@@ -20,7 +20,7 @@ ParamCheck& ParamCheck::Filled(int control, int label) { return Filled(page_.Get
 
 ParamCheck& ParamCheck::Filled(const std::string& value, int label, int focus) {
   if (failed_ || !value.empty()) return *this;
-  return Fail(LanguageText(label) + LanguageText(kMustBeFilled), focus);
+  return Fail(LanguageText(label) + LanguageText(kTextMustBeFilled), focus);
 }
 
 ParamCheck& ParamCheck::AtMost(int64_t value, int64_t max, int label, int focus) {

@@ -18,7 +18,7 @@
 
 class ParamCheck {
  public:
-  static constexpr int kMustBeFilled = 12703;  // appended to a label: the field must be filled in
+  static constexpr int kTextMustBeFilled = 12703;  // appended to a label: the field must be filled in
   static constexpr int kNoFocus = 0;
 
   explicit ParamCheck(plat::Dialog& page) : page_(page) {}

@@ -17,6 +17,12 @@ std::map<int, DialogTemplate>& Table() {
 
 void Register(const DialogTemplate& dialogTemplate) { Table()[dialogTemplate.id] = dialogTemplate; }
 
+std::vector<const DialogTemplate*> All() {
+  std::vector<const DialogTemplate*> all;
+  for (const auto& [id, dialog] : Table()) all.push_back(&dialog);
+  return all;
+}
+
 const DialogTemplate* Find(int id) {
   auto it = Table().find(id);
   return it == Table().end() ? nullptr : &it->second;

@@ -45,6 +45,8 @@ struct DialogTemplate {
 namespace templates {
 void Register(const DialogTemplate& dialogTemplate);
 const DialogTemplate* Find(int id);
+// Every registered template, by id.
+std::vector<const DialogTemplate*> All();
 // Registers at static initialisation: `static plat::templates::Registration reg{kTemplate};`
 struct Registration {
   explicit Registration(const DialogTemplate& dialogTemplate) { Register(dialogTemplate); }

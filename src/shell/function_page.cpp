@@ -24,10 +24,16 @@ const plat::DialogTemplate kWindowTemplate{
 const plat::templates::Registration kRegistration{kWindowTemplate};
 
 // The captions of the four buttons in each caption mode: get, set, batch set, batch get.
+// Texts of the window's four buttons.
+enum Text : int {
+  kTextGet = 13312, kTextSet = 11004, kTextBatchSet = 11015, kTextBatchGet = 11056,
+  kTextSend = 13464, kTextBatchSend = 11055,
+};
 struct ButtonCaptions {
   int get, set, batchSet, batchGet;
 };
-constexpr ButtonCaptions kCaptionModes[] = {{13312, 11004, 11015, 11056}, {13312, 13464, 11055, 11056}};
+constexpr ButtonCaptions kCaptionModes[] = {{kTextGet, kTextSet, kTextBatchSet, kTextBatchGet},
+                                            {kTextGet, kTextSend, kTextBatchSend, kTextBatchGet}};
 
 // The function types the tree offers under another number.
 int TreeType(int type) {

@@ -1,17 +1,18 @@
 #include "shell/no_param_panel.h"
 
-#include "lang/language.h"
+#include "command/page_registry.h"
+#include "command/page_template.h"
 
 namespace {
-// The template's caption is only the default; the language text replaces it.
-const plat::DialogTemplate kPanelTemplate{CDlgNotParam::kTemplate, "", {600, 300},
-                                          {{CDlgNotParam::kTextId, plat::ControlKind::Static, "无参数"}}};
-const plat::templates::Registration kRegistration{kPanelTemplate};
+const RegisterTemplate<CDlgNotParam> kRegistration;
 }  // namespace
+
+plat::DialogTemplate CDlgNotParam::Layout() {
+  return PageTemplate(kTemplate, {600, 300}, {{row::Static(kTextId, "无参数", {}, kLangText)}});
+}
 
 BOOL CDlgNotParam::OnInitDialog() {
   CDialogBase::OnInitDialog();
-  SetItemText(kTextId, LanguageText(kLangText));
   OnSize();
   return TRUE;
 }

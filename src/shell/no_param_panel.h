@@ -12,6 +12,7 @@ class CDlgNotParam : public CDialogBase {
   static constexpr int kLangText = 11058;      // "this function has no parameters"
   static constexpr COLORREF kTextColor = RGB(0, 100, 0);
 
+  static plat::DialogTemplate Layout();
   CDlgNotParam() : CDialogBase(kTemplate) {}
   CtlColorAnswer OnCtlColor(plat::Window* control) override;
 

@@ -17,7 +17,10 @@ struct ColumnSpec {
   int textId;  // 0: the caption is "#" (or empty for the hidden columns)
   int width;
 };
-constexpr ColumnSpec kColumns[] = {{0, 45}, {13421, 90}, {13431, 115}, {13022, 115}, {12957, 80}, {13008, 250}};
+// Captions of the visible columns.
+enum Text : int { kTextVehicle = 13421, kTextTime = 13431, kTextFunction = 13022, kTextResult = 12957, kTextDescription = 13008 };
+constexpr ColumnSpec kColumns[] = {{0, 45},           {kTextVehicle, 90},  {kTextTime, 115},
+                                   {kTextFunction, 115}, {kTextResult, 80}, {kTextDescription, 250}};
 constexpr int kHiddenColumns = 2;
 
 // The export of the menu: a fresh export object, the result frame's caption as the title.

@@ -1,5 +1,6 @@
 // The shipped language files have a text for every language id the code
-// uses, the same ids in every language, and a name for every function.
+// uses (the templates' rows and the code's text constants), the same ids in
+// every language, and a name for every function.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,11 +10,11 @@
 #include <set>
 
 #include "command/page_registry.h"
+#include "platform/dialog.h"
 #include "text/profile.h"
 
 namespace {
 namespace fs = std::filesystem;
-constexpr int kFirstTextId = 10000, kEndTextId = 30000;
 const char* kLanguages[] = {"zh-CN.ini", "en.ini"};
 
 std::string Read(const fs::path& path) {
@@ -27,28 +28,34 @@ std::string CodeOnly(const std::string& text) {
   return std::regex_replace(text, kNoise, " ");
 }
 
-std::set<int> Numbers(const std::string& code) {
-  std::set<int> numbers;
-  static const std::regex kNumber(R"(\b([12]\d{4})\b)");
-  for (std::sregex_iterator it(code.begin(), code.end(), kNumber), end; it != end; ++it) {
-    const int n = std::stoi((*it)[1]);
-    if (n >= kFirstTextId && n < kEndTextId) numbers.insert(n);
+// The values of a block of text constants ("kTextFlag = 12954, ...").
+void AddValues(const std::string& block, std::set<int>& ids) {
+  static const std::regex kValue(R"(=\s*(\d+))");
+  for (std::sregex_iterator it(block.begin(), block.end(), kValue), end; it != end; ++it) {
+    ids.insert(std::stoi((*it)[1]));
   }
-  return numbers;
 }
 
-// Language ids the code uses: five-digit numbers, less the window messages.
+// Language ids the code uses: every template row's text, and the text
+// constants of the code: enums named for texts ("enum Text : int {...}"), the
+// command base's txtid namespace, and single constants named kText...
 std::set<int> UsedIds() {
-  const fs::path src = fs::path(FC_SOURCE_DIR) / "src";
-  const std::string ids = Read(src / "command" / "ids.h");
-  const size_t begin = ids.find("namespace msg"), end = ids.find("}  // namespace msg");
-  const std::set<int> messages = Numbers(CodeOnly(ids.substr(begin, end - begin)));
   std::set<int> used;
+  for (const plat::DialogTemplate* dialog : plat::templates::All()) {
+    for (const plat::ControlSpec& row : dialog->controls) {
+      if (row.textId != 0) used.insert(row.textId);
+    }
+  }
+  static const std::regex kBlock(R"((?:enum\s+(?:class\s+)?\w*Text\w*\s*(?::\s*\w+)?|namespace\s+txtid)\s*\{([^}]*)\})");
+  static const std::regex kSingle(R"(\bk\w*Text\w*\s*=\s*(\d{5})\b)");
+  const fs::path src = fs::path(FC_SOURCE_DIR) / "src";
   for (const auto& entry : fs::recursive_directory_iterator(src)) {
     const auto ext = entry.path().extension();
     if (ext != ".h" && ext != ".cpp") continue;
-    for (int n : Numbers(CodeOnly(Read(entry.path())))) {
-      if (!messages.count(n)) used.insert(n);
+    const std::string code = CodeOnly(Read(entry.path()));
+    for (std::sregex_iterator it(code.begin(), code.end(), kBlock), end; it != end; ++it) AddValues((*it)[1], used);
+    for (std::sregex_iterator it(code.begin(), code.end(), kSingle), end; it != end; ++it) {
+      used.insert(std::stoi((*it)[1]));
     }
   }
   return used;
