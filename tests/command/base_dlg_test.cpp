@@ -201,9 +201,15 @@ TEST(ParseResult, ReadsErrorThenResult) {
       {"abc", 0},                       {R"({"Error":true})", 1},         {R"({"Error":2.9})", 2},
       {R"({"Error":[1],"result":4})", 4}, {R"({"Error":"x"})", 0},        {"[1,2]", 0},
       {"", 0},                          {R"({"result":4294967295})", -1}, {"{\"result\":\"\xff\xfe\"}", 0},
+      // Beyond 32 bits: an error, never success.
+      {R"({"Error":4294967296})", INT32_MAX}, {R"({"result":-4294967296})", INT32_MIN},
+      {R"({"Error":1e30})", 0},  // beyond 64 bits: unreadable, as absent
   };
   for (const Case& c : cases) EXPECT_EQ(CBaseDlg::ParseResult(c.reply), c.code) << c.reply;
   EXPECT_EQ(CBaseDlg::ParseResult(nullptr), 0);
+  // A reply nested deeper than the old limit of 256 is still a reply.
+  const std::string deep = std::string(300, '[') + std::string(300, ']');
+  EXPECT_EQ(CBaseDlg::ParseResult(("{\"result\":6,\"x\":" + deep + "}").c_str()), 6);
 }
 
 TEST_F(BaseDlgTest, BadRepliesGiveTheirResultWithoutHarm) {

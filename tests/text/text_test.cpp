@@ -7,6 +7,7 @@
 #include <fstream>
 #include <optional>
 
+#include "text/datetime.h"
 #include "text/encoding.h"
 #include "text/json.h"
 #include "text/numbers.h"
@@ -126,6 +127,24 @@ TEST(Json, CompactWriterKeepsGbkBytes) {
   v["a"] = 1;
   EXPECT_EQ(txt::WriteCompactJson(v), "{\"a\":1,\"b\":\"\xD6\xD0\xCE\xC4\"}");
   EXPECT_EQ(txt::WriteCompactJson(Json::Value()), "null");
+}
+
+TEST(DateTimeText, RepliesAndRequests) {
+  struct Case {
+    const char* text;
+    std::optional<SYSTEMTIME> time;
+  };
+  const Case cases[] = {
+      {"2026-11-01 23:08:30", SYSTEMTIME{2026, 11, 0, 1, 23, 8, 30, 0}},
+      {"26/1/2", SYSTEMTIME{2026, 1, 0, 2, 0, 0, 0, 0}},
+      {" 99年12月31日 1时2分3秒", SYSTEMTIME{99, 12, 0, 31, 1, 2, 3, 0}},
+      {"2026-1", std::nullopt},          {"0-1-1", std::nullopt},
+      {"2026-13-01", std::nullopt},      {"2026-12-32", std::nullopt},
+      {"2026-12-01 24:00:00", std::nullopt}, {"2026-12-01 23:60:00", std::nullopt},
+      {"abc 2026-12-01", std::nullopt},  {"", std::nullopt},
+  };
+  for (const Case& c : cases) EXPECT_EQ(txt::ParseDateTimeText(c.text), c.time) << c.text;
+  EXPECT_EQ(txt::FormatRequestTime(SYSTEMTIME{2026, 1, 0, 2, 3, 4, 5, 0}), "2026-01-02 03:04:05");
 }
 
 }  // namespace
