@@ -16,6 +16,7 @@
 
 #include <json/json.h>
 
+#include "bench_world.h"
 #include "command/base_dlg.h"
 #include "command/ids.h"
 #include "host/ref/hostref.h"
@@ -30,7 +31,6 @@ namespace {
 
 constexpr int kDevices = 10000;
 constexpr int kTemplate = 9101;
-constexpr int kResultColumns = 8;
 constexpr const char* kReply = R"({"Error":0,"result":0})";
 constexpr const char* kText = "Depot closes at 18:00";
 
@@ -50,31 +50,11 @@ class BenchPage : public CBaseDlg {
   }
 };
 
-class BenchHost : public plat::Window {
- public:
-  BenchHost() {
-    Create(nullptr, 0, "bench", RECT{0, 0, 900, 800});
-    list.Create(this, 4399, "", RECT{0, 400, 900, 800});
-    for (int c = 0; c < kResultColumns; ++c) list.InsertColumn(c, std::to_string(c), 80);
-  }
-  CXListCtrl list;
-};
-
-struct World {
-  plat::ManualClock clock;
-  std::vector<int> devices;
-  World() {
-    plat::MessageLoop::Instance().SetClock(&clock);
-    hostref::OpenDataDir("");
-    hostref::SetLogDir("");
-    CLanguage::Instance().SetPath(FC_DATA_DIR "/lang/en.ini");
-    hostref::LoadFleet(R"({"rights":"all","vehicles":[]})");
-    devices = hostref::AddGeneratedDevices(kDevices, 100001);
-  }
-};
+using BenchHost = bench::Host;
+using World = bench::World;
 
 World& TheWorld() {
-  static World world;
+  static World world(kDevices);
   return world;
 }
 
@@ -96,7 +76,7 @@ void BM_Floor(benchmark::State& state) {
       writer->write(param, &paramOut);
       Json::Value envelope;
       envelope["Session"] = "0123456789abcdef0123456789abcdef";
-      envelope["DevIDNO"] = std::to_string(100001 + i);
+      envelope["DevIDNO"] = std::to_string(bench::kFirstDevice + i);
       envelope["Command"] = 0x8300;
       std::ostringstream envelopeOut;
       writer->write(envelope, &envelopeOut);

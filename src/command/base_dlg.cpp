@@ -190,7 +190,7 @@ BOOL CBaseDlg::SendNext() {
   request->owner = this;
 
   std::string paramText;
-  paramText = txt::WriteCompactJson(BatchMode ? GetParam() : sharedParam);
+  paramText = BatchMode ? txt::WriteCompactJson(GetParam()) : txt::WriteCompactJson(sharedParam);
   if (paramText == "null") paramText.clear();
 
   if (BatchMode) {
@@ -224,6 +224,7 @@ BOOL CBaseDlg::SendNext() {
   // request is in the table before its callback looks for it.
   if (request->handle != 0 && started == 0) {
     RequestTable.insert(request);
+    keepAnswers_ = QueryMode != FALSE;
     return TRUE;
   }
   // No callback was scheduled for a channel that did not start; release it.

@@ -176,8 +176,10 @@ class CBaseDlg : public CDlgChildBase {
   std::set<CommandRequest*> RequestTable;
   Json::Value sharedParam;
   CMutexLock lock;
-  // Reply objects parsed on the network thread, by request, until the page takes them.
+  // Reply objects parsed on the network thread, by request, until the page
+  // takes them; kept only while a get is out (set under the lock as it sends).
   std::map<const CommandRequest*, Json::Value> answers_;
+  bool keepAnswers_ = false;
   // The reply object of the request being handled (null when it did not parse).
   const Json::Value* currentAnswer_ = nullptr;
   DeviceCaps ownCaps_;

@@ -63,7 +63,7 @@ void CALLBACK CBaseDlg::FUNSetupMsgCB(int32_t status, const char* reply, void* u
   const bool parsed = reply && txt::ParseJson(reply, root);
   request->result = (status == kStatusOffline || status == kStatusTimeout) ? status : parsed ? ResultOf(root) : 0;
   if (reply) request->reply = reply;
-  if (parsed) page->answers_[request] = std::move(root);
+  if (parsed && page->keepAnswers_) page->answers_.emplace(request, std::move(root));
   if (!page->PostMessage(msg::Reply, reinterpret_cast<WPARAM>(request), 0)) {
     // The page cannot take the answer: drop the request here.
     page->RequestTable.erase(request);

@@ -1,0 +1,92 @@
+// Whole pages opened from the registry and sent to 10,000 picked devices
+// whose simulated terminals answer at once: a text message beside the
+// terminal attribute query, whose replies grow one text box. Process CPU time
+// per device; the summary line gives the query's cost against the send's.
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "bench_world.h"
+#include "command/base_dlg.h"
+#include "command/ids.h"
+#include "command/page_registry.h"
+#include "host/ref/run/settle.h"
+#include "host/ref/run/terminals.h"
+#include "pages/messaging/send_text.h"
+#include "pages/settings/query_device_attr.h"
+
+namespace {
+constexpr int kDevices = 10000;
+
+bench::World& TheWorld() {
+  static bench::World world(kDevices);
+  return world;
+}
+
+// Opens the page of a function type, picks every device, presses the button and runs until every reply is in.
+void SendToAll(benchmark::State& state, int functionType, int button, int edit) {
+  bench::World& world = TheWorld();
+  hostref::terminals::Install();
+  for (auto _ : state) {
+    state.PauseTiming();
+    bench::Host host;
+    std::unique_ptr<CBaseDlg> page = pages::Find(functionType, PageHost::kVehicleWindow)->make(functionType);
+    page->CreateDlg(&host);
+    page->ShowWindow(plat::SW_SHOW);
+    HostPage(*page, &host.list, functionType, PageButtons::kOwn);
+    if (edit) page->Item<plat::Edit>(edit)->UserType("Depot closes at 18:00");
+    hostref::SetPickerAnswer(world.devices);
+    page->PickerMode = TRUE;
+    hostref::net::ClearSent();
+    hostref::terminals::Clear();
+    hostref::ClearLog();
+    state.ResumeTiming();
+
+    page->Item<plat::Button>(button)->Click();
+    hostref::RunUntilSettled(60 * 60 * 1000);
+
+    state.PauseTiming();
+    if (host.list.GetItemCount() != kDevices) state.SkipWithError("not every device answered");
+    page.reset();
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * kDevices);
+}
+
+void BM_TextSend(benchmark::State& state) {
+  SendToAll(state, CDlgSendText::kFunctionType, ctl::Set, CDlgSendText::kTextEdit);
+}
+void BM_AttributeQuery(benchmark::State& state) { SendToAll(state, CDlgQueryDeviceAttr::kFunctionType, ctl::Get, 0); }
+
+BENCHMARK(BM_TextSend)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
+BENCHMARK(BM_AttributeQuery)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
+
+class SummaryReporter : public benchmark::ConsoleReporter {
+ public:
+  SummaryReporter() : ConsoleReporter(OO_Tabular) {}
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      auto items = run.counters.find("items_per_second");
+      if (items != run.counters.end() && items->second.value > 0) perItemUs[run.run_name.function_name] = 1e6 / items->second.value;
+    }
+  }
+  std::map<std::string, double> perItemUs;
+};
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  SummaryReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  const double send = reporter.perItemUs["BM_TextSend"], query = reporter.perItemUs["BM_AttributeQuery"];
+  if (send > 0 && query > 0) {
+    std::printf("pages to %d devices: text send %.2f CPU us/device, attribute query %.2f, ratio %.2f (target <= 2)\n",
+                kDevices, send, query, query / send);
+  }
+  benchmark::Shutdown();
+  return 0;
+}
