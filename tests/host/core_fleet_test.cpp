@@ -110,10 +110,14 @@ TEST(Fleet, GeneratedDevicesFollowTheLargestId) {
 TEST(Fleet, LookupsFromAnotherThreadWhileDevicesAreAdded) {
   ASSERT_TRUE(hostref::LoadFleet(kTwoDeviceFleet));
   std::atomic<bool> adding{true};
-  int found = 0;
+  std::atomic<int> found{0};
   std::thread network([&] {
-    while (adding.load()) found += CVehicleBaseMgr::FindVehicleFromDev("501").GetDevInt(76);
+    do {
+      found += CVehicleBaseMgr::FindVehicleFromDev("501").GetDevInt(76);
+    } while (adding.load());
   });
+  // The lookups have begun before the additions do, however the threads are scheduled.
+  while (found.load() == 0) std::this_thread::yield();
   for (int round = 0; round < 20; ++round) hostref::AddGeneratedDevices(500, 3000000 + round * 500);
   adding = false;
   network.join();
