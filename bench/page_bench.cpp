@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "bench_world.h"
+#include "bench_support.h"
 #include "command/base_dlg.h"
 #include "command/ids.h"
 #include "command/page_registry.h"
@@ -64,25 +64,13 @@ void BM_AttributeQuery(benchmark::State& state) { SendToAll(state, CDlgQueryDevi
 BENCHMARK(BM_TextSend)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
 BENCHMARK(BM_AttributeQuery)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
 
-class SummaryReporter : public benchmark::ConsoleReporter {
- public:
-  SummaryReporter() : ConsoleReporter(OO_Tabular) {}
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      auto items = run.counters.find("items_per_second");
-      if (items != run.counters.end() && items->second.value > 0) perItemUs[run.run_name.function_name] = 1e6 / items->second.value;
-    }
-  }
-  std::map<std::string, double> perItemUs;
-};
 }  // namespace
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
-  SummaryReporter reporter;
+  bench::PerItemReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
-  const double send = reporter.perItemUs["BM_TextSend"], query = reporter.perItemUs["BM_AttributeQuery"];
+  const double send = reporter.PerItemUs("BM_TextSend"), query = reporter.PerItemUs("BM_AttributeQuery");
   if (send > 0 && query > 0) {
     std::printf("pages to %d devices: text send %.2f CPU us/device, attribute query %.2f, ratio %.2f (target <= 2)\n",
                 kDevices, send, query, query / send);

@@ -16,7 +16,7 @@
 
 #include <json/json.h>
 
-#include "bench_world.h"
+#include "bench_support.h"
 #include "command/base_dlg.h"
 #include "command/ids.h"
 #include "host/ref/hostref.h"
@@ -141,32 +141,14 @@ BENCHMARK(BM_Floor)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Min
 BENCHMARK(BM_Pipeline)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
 BENCHMARK(BM_ResultRows)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.5);
 
-// Collects the per-item CPU time of each run, for the summary lines.
-class SummaryReporter : public benchmark::ConsoleReporter {
- public:
-  SummaryReporter() : ConsoleReporter(OO_Tabular) {}
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      auto items = run.counters.find("items_per_second");
-      if (items == run.counters.end() || items->second.value <= 0) continue;
-      const std::string& args = run.run_name.args;
-      perItemUs[run.run_name.function_name + (args.empty() ? "" : "/" + args)] = 1e6 / items->second.value;
-    }
-  }
-  std::map<std::string, double> perItemUs;
-};
 
 }  // namespace
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
-  SummaryReporter reporter;
+  bench::PerItemReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
-  auto get = [&](const std::string& name) {
-    auto it = reporter.perItemUs.find(name);
-    return it == reporter.perItemUs.end() ? 0.0 : it->second;
-  };
+  auto get = [&](const std::string& name) { return reporter.PerItemUs(name); };
   const double floor = get("BM_Floor"), pipeline = get("BM_Pipeline");
   const double rows1k = get("BM_ResultRows/1000"), rows100k = get("BM_ResultRows/100000");
   if (floor > 0 && pipeline > 0) {

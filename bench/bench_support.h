@@ -1,0 +1,69 @@
+// What the benchmarks share: the world they run in (the UI loop on a manual
+// clock, the English language file, a fleet of generated devices numbered from
+// kFirstDevice), a hosting window with a result list, and a reporter that
+// keeps each run's time per item for the summary lines.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/ref/hostref.h"
+#include "lang/language.h"
+#include "platform/clock.h"
+#include "platform/loop.h"
+#include "ui/xlist_ctrl.h"
+
+namespace bench {
+constexpr int kFirstDevice = 100001;
+constexpr int kResultColumns = 8;
+
+struct World {
+  plat::ManualClock clock;
+  std::vector<int> devices;
+  explicit World(int deviceCount) {
+    plat::MessageLoop::Instance().SetClock(&clock);
+    hostref::OpenDataDir("");
+    hostref::SetLogDir("");
+    CLanguage::Instance().SetPath(FC_DATA_DIR "/lang/en.ini");
+    hostref::LoadFleet(R"({"rights":"all","vehicles":[]})");
+    devices = hostref::AddGeneratedDevices(deviceCount, kFirstDevice);
+  }
+};
+
+// A hosting window with a result list.
+class Host : public plat::Window {
+ public:
+  Host() {
+    Create(nullptr, 0, "bench", RECT{0, 0, 900, 800});
+    list.Create(this, 4399, "", RECT{0, 400, 900, 800});
+    for (int c = 0; c < kResultColumns; ++c) list.InsertColumn(c, std::to_string(c), 80);
+  }
+  CXListCtrl list;
+};
+// The console table, and the microseconds per item of every run, by name
+// ("BM_ResultRows/1000").
+class PerItemReporter : public benchmark::ConsoleReporter {
+ public:
+  PerItemReporter() : ConsoleReporter(OO_Tabular) {}
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      auto items = run.counters.find("items_per_second");
+      if (items == run.counters.end() || items->second.value <= 0) continue;
+      const std::string& args = run.run_name.args;
+      perItemUs_[run.run_name.function_name + (args.empty() ? "" : "/" + args)] = 1e6 / items->second.value;
+    }
+  }
+  // 0 when the run did not happen.
+  double PerItemUs(const std::string& name) const {
+    auto it = perItemUs_.find(name);
+    return it == perItemUs_.end() ? 0.0 : it->second;
+  }
+
+ private:
+  std::map<std::string, double> perItemUs_;
+};
+}  // namespace bench
