@@ -6,9 +6,14 @@
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "command/base_dlg.h"
+#include "host/ref/run/settle.h"
 
 #include "host/ref/hostref.h"
 #include "lang/language.h"
@@ -43,6 +48,34 @@ class Host : public plat::Window {
   }
   CXListCtrl list;
 };
+// Times a send from a page to every device of the world, through the device
+// picker, until every reply is a row: open makes the page inside the host
+// (untimed), press starts the send (timed with everything after it).
+inline void SendToEveryDevice(benchmark::State& state, const World& world,
+                              const std::function<std::unique_ptr<CBaseDlg>(Host&)>& open,
+                              const std::function<void(CBaseDlg&)>& press) {
+  const int devices = static_cast<int>(world.devices.size());
+  for (auto _ : state) {
+    state.PauseTiming();
+    Host host;
+    std::unique_ptr<CBaseDlg> page = open(host);
+    page->PickerMode = TRUE;
+    hostref::SetPickerAnswer(world.devices);
+    hostref::net::ClearSent();
+    hostref::ClearLog();
+    state.ResumeTiming();
+
+    press(*page);
+    hostref::RunUntilSettled(60 * 60 * 1000);
+
+    state.PauseTiming();
+    if (host.list.GetItemCount() != devices) state.SkipWithError("not every device answered");
+    page.reset();
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * devices);
+}
+
 // The console table, and the microseconds per item of every run, by name
 // ("BM_ResultRows/1000").
 class PerItemReporter : public benchmark::ConsoleReporter {

@@ -91,28 +91,15 @@ void BM_Floor(benchmark::State& state) {
 }
 
 void BM_Pipeline(benchmark::State& state) {
-  World& world = TheWorld();
-  for (auto _ : state) {
-    state.PauseTiming();
-    BenchHost host;
-    auto page = std::make_unique<BenchPage>();
-    page->CreateDlg(&host);
-    HostPage(*page, &host.list, -1, PageButtons::kWindow);
-    page->PickerMode = TRUE;
-    hostref::SetPickerAnswer(world.devices);
-    hostref::net::ClearSent();
-    hostref::ClearLog();
-    state.ResumeTiming();
-
-    page->Send(0x8300);
-    hostref::RunUntilSettled(60 * 60 * 1000);
-
-    state.PauseTiming();
-    if (host.list.GetItemCount() != kDevices) state.SkipWithError("not every device answered");
-    page.reset();
-    state.ResumeTiming();
-  }
-  state.SetItemsProcessed(state.iterations() * kDevices);
+  bench::SendToEveryDevice(
+      state, TheWorld(),
+      [](BenchHost& host) {
+        auto page = std::make_unique<BenchPage>();
+        page->CreateDlg(&host);
+        HostPage(*page, &host.list, -1, PageButtons::kWindow);
+        return page;
+      },
+      [](CBaseDlg& page) { static_cast<BenchPage&>(page).Send(0x8300); });
 }
 
 // Rows added at the top of a list that grows to state.range(0) rows.
