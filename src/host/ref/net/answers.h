@@ -24,8 +24,9 @@ struct Answer {
   ReplyText fixed;  // the device's own reply text
   ResponderPtr responder;
 
-  // The text handed to the callback: null with a network status; otherwise
-  // the device's own text, else the responder's answer, else the default reply.
+  // The text handed to the callback: with a network status the device's own
+  // text or null; otherwise the device's own text, else the responder's
+  // answer, else the default reply.
   // A responder that throws counts as having no answer.
   ReplyText Text(const hostref::SentRequest& request) const;
 };
@@ -36,6 +37,7 @@ struct DeviceRule {
   ReplyText reply;
   bool failOpen = false;
   bool failStart = false;
+  std::optional<int> duplicateMs;  // the answer comes a second time, this much later
 };
 
 struct Settings {

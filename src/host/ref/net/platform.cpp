@@ -1,6 +1,8 @@
 // The simulated platform's channels, timed and held answers, and network threads.
 #include "host/ref/net/platform.h"
 
+#include <algorithm>
+
 #include "host/ref/net/guard.h"
 
 namespace netsim {
@@ -63,9 +65,7 @@ bool Platform::Start(NETHANDLE handle) {
   const std::string& devIdno = channel->request.devIdno;
   if (settings_.RuleOf(devIdno).failStart) return false;
   if (settings_.held) {
-    channel->stage = Stage::Held;
-    channel->heldKey = nextOrder_++;
-    held_.emplace(channel->heldKey, channel);
+    Hold(channel);
   } else {
     Schedule(channel, Clock::now() + std::chrono::milliseconds(settings_.DelayOf(devIdno)));
   }
@@ -132,6 +132,12 @@ void Platform::SetOpenObserver(OpenObserver observer) {
   observer_ = std::move(shared);
 }
 
+void Platform::SetAnswerObserver(AnswerObserver observer) {
+  auto shared = std::make_shared<const AnswerObserver>(std::move(observer));
+  std::lock_guard lock(mutex_);
+  answerObserver_ = std::move(shared);
+}
+
 std::vector<hostref::SentRequest> Platform::Sent() {
   std::lock_guard lock(mutex_);
   return sent_;
@@ -175,16 +181,35 @@ void Platform::Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& cha
   const Answer answer = settings_.AnswerFor(channel->request.devIdno);
   const FUNNormalCmdCB callback = channel->callback;
   void* const user = channel->user;
+  const std::shared_ptr<const AnswerObserver> observer = answerObserver_;
   lock.unlock();
   Guarded("hostnet answer", [&] {
     const ReplyText text = answer.Text(channel->request);
-    if (callback) callback(answer.status, text ? text->c_str() : nullptr, user);
+    const char* reply = text ? text->c_str() : nullptr;
+    if (observer && *observer) (*observer)(channel->request, answer.status, reply);
+    if (callback) callback(answer.status, reply, user);
   });
   lock.lock();
-  channel->stage = Stage::Done;
   channel->runner = {};
   --running_;
+  const std::optional<int> again = settings_.RuleOf(channel->request.devIdno).duplicateMs;
+  if (again && !channel->stopped && !channel->duplicated) {
+    channel->duplicated = true;
+    if (settings_.held) {
+      Hold(channel);
+    } else {
+      Schedule(channel, Clock::now() + std::chrono::milliseconds(std::max(0, *again)));
+    }
+  } else {
+    channel->stage = Stage::Done;
+  }
   done_.notify_all();
+}
+
+void Platform::Hold(const ChannelPtr& channel) {
+  channel->stage = Stage::Held;
+  channel->heldKey = nextOrder_++;
+  held_.emplace(channel->heldKey, channel);
 }
 
 void Platform::Schedule(const ChannelPtr& channel, Clock::time_point due) {

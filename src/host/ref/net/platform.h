@@ -6,7 +6,8 @@
 // time, then in start order) or, in held mode, among the held answers until a
 // test releases it into the timed queue. A network thread takes the first due
 // answer, decides its text and runs the callback without holding the lock.
-// Stop drops a waiting answer and waits for a callback that runs at that
+// A device set to answer twice has its channel queued once more (held or
+// timed) after the first delivery. Stop drops a waiting answer and waits for a callback that runs at that
 // moment on another thread; once Stop has returned the channel's callback is
 // neither running nor entered again.
 #pragma once
@@ -34,6 +35,7 @@ namespace netsim {
 using Clock = std::chrono::steady_clock;
 using TimedKey = std::pair<Clock::time_point, uint64_t>;  // due time, start order
 using OpenObserver = std::function<void(const hostref::SentRequest&)>;
+using AnswerObserver = hostref::net::AnswerObserver;
 
 struct Channel {
   enum class Stage { Open, Timed, Held, Running, Done };
@@ -46,6 +48,7 @@ struct Channel {
   TimedKey timedKey{};     // its place in the timed queue while Timed
   uint64_t heldKey = 0;    // its place among the held answers while Held
   std::thread::id runner;  // the thread running its callback while Running
+  bool duplicated = false;  // its answer has been queued a second time
 };
 using ChannelPtr = std::shared_ptr<Channel>;
 
@@ -79,6 +82,7 @@ class Platform {
     return body(settings_);
   }
   void SetOpenObserver(OpenObserver observer);
+  void SetAnswerObserver(AnswerObserver observer);
   std::vector<hostref::SentRequest> Sent();
   void ClearSent();
   size_t OpenChannels();
@@ -89,6 +93,7 @@ class Platform {
   void Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& channel);
   void Schedule(const ChannelPtr& channel, Clock::time_point due);
   void Drop(Channel& channel);
+  void Hold(const ChannelPtr& channel);
   ChannelPtr Find(NETHANDLE handle) const;
   void WaitDone(std::unique_lock<std::mutex>& lock, const Channel& channel);
 
@@ -97,6 +102,7 @@ class Platform {
   std::condition_variable done_;  // an answer was delivered or dropped
   Settings settings_;
   std::shared_ptr<const OpenObserver> observer_;
+  std::shared_ptr<const AnswerObserver> answerObserver_;
   std::unordered_map<NETHANDLE, ChannelPtr> channels_;
   std::map<TimedKey, ChannelPtr> timed_;
   std::map<uint64_t, ChannelPtr> held_;
