@@ -37,7 +37,7 @@ constexpr Info kAll[] = {
     {kNetwork, "net", "net raw DEVIDNO TEXT", "the device answers with any text at all (malformed replies; escapes allowed)"},
     {kNetwork, "net", "net fail-open DEVIDNO on|off", "opening a channel for the device fails"},
     {kNetwork, "net", "net fail-start DEVIDNO on|off", "starting a channel for the device fails"},
-    {kNetwork, "net", "net duplicate DEVIDNO MS|off", "each answer of the device reaches the callback a second time, MS of virtual time after the first (0: at once)"},
+    {kNetwork, "net", "net duplicate DEVIDNO on|off", "each answer of the device reaches the channel's callback twice in a row (the page takes the first); a late answer is `net delay`"},
     {kNetwork, "net", "net session TEXT", "the session text the network library gives out (it travels in every request envelope)"},
 
     {kWindows, "funpage", "funpage", "creates (or shows again) the function page window; it becomes current"},

@@ -102,13 +102,15 @@ void HostWorld::InstallObservers() {
     out::Line("SEND " + request.devIdno + " " + hex + " " + out::EscapeBytes(request.param));
     if (observed_.envelope) out::Line("ENVELOPE " + request.devIdno + " " + out::EscapeBytes(request.envelope));
     due_[request.handle] = clock_.NowMs() + DelayOf(request.devIdno);
-    devices_[request.handle] = request.devIdno;
   });
   hostref::net::SetAnswerObserver([this](const hostref::SentRequest& request, int status, const char* reply) {
     if (observed_.answers) {
       out::Line("ANSWER " + request.devIdno + " " + std::to_string(status) + " " +
                 (reply ? out::EscapeBytes(reply) : std::string("(none)")));
     }
+  });
+  hostref::net::SetFaultObserver([](const std::string& devIdno, const char* step) {
+    out::Line("FAULT " + devIdno + " " + step);
   });
   hostref::SetLogObserver([this](int level, const std::string& module, const std::string& text) {
     if (observed_.log) out::Line("LOG " + std::to_string(level) + " " + module + ": " + out::EscapeControls(text));
@@ -162,6 +164,7 @@ void HostWorld::Stop() {
   plat::MessageLoop::Instance().RunPending();
   hostref::net::SetOpenObserver(nullptr);
   hostref::net::SetAnswerObserver(nullptr);
+  hostref::net::SetFaultObserver(nullptr);
   hostref::SetLogObserver(nullptr);
   hostref::SetPickerObserver(nullptr);
   hostref::SetPickerFallback(nullptr);
@@ -208,12 +211,6 @@ const std::u16string& HostWorld::KeepText(std::u16string text) {
   return *wideTexts_.back();
 }
 
-void HostWorld::SetDuplicate(const std::string& devIdno, std::optional<int> ms) {
-  if (ms) duplicateMs_[devIdno] = *ms;
-  else duplicateMs_.erase(devIdno);
-  hostref::net::SetDuplicate(devIdno, ms);
-}
-
 uint64_t HostWorld::DelayOf(const std::string& devIdno) const {
   auto delay = deviceDelayMs_.find(devIdno);
   return static_cast<uint64_t>(delay != deviceDelayMs_.end() ? delay->second : delayMs_);
@@ -257,12 +254,6 @@ void HostWorld::ReleaseDue() {
     if (due != due_.end() && due->second > clock_.NowMs()) continue;
     if (due != due_.end()) due_.erase(due);
     hostref::net::Release(handle);
-    // Held again after its answer: a device that answers twice. The second answer has a time of its own.
-    const auto held = hostref::net::HeldHandles();
-    if (std::find(held.begin(), held.end(), handle) != held.end()) {
-      auto twice = duplicateMs_.find(devices_[handle]);
-      due_[handle] = clock_.NowMs() + static_cast<uint64_t>(twice == duplicateMs_.end() ? 0 : twice->second);
-    }
   }
 }
 

@@ -72,8 +72,6 @@ class HostWorld {
   // Virtual network delays (answers are released when their time has come).
   void SetDelay(int ms) { delayMs_ = ms; }
   void SetDeviceDelay(const std::string& devIdno, int ms) { deviceDelayMs_[devIdno] = ms; }
-  // The device's answers come twice, the second ms after the first; nullopt: once.
-  void SetDuplicate(const std::string& devIdno, std::optional<int> ms);
 
   // Runs until every send is over and no answer is pending (or the limit).
   bool Run(uint64_t limitMs = kRunLimitMs);
@@ -100,9 +98,7 @@ class HostWorld {
   std::vector<void*> vehicleWindows_;
   int delayMs_ = 0;
   std::map<std::string, int> deviceDelayMs_;
-  std::map<std::string, int> duplicateMs_;
   std::map<uint32_t, uint64_t> due_;            // held answer -> virtual time it is due
-  std::map<uint32_t, std::string> devices_;     // channel -> its device number
   std::vector<std::unique_ptr<std::string>> texts_;
   std::vector<std::unique_ptr<std::u16string>> wideTexts_;
 };

@@ -18,7 +18,7 @@ constexpr int kMaxDelayMs = 24 * 3600 * 1000;
 constexpr const char* kNetUsage =
     "usage: net delay MS [DEVIDNO] | net offline|online DEVIDNO | net status DEVIDNO CODE [TEXT] | "
     "net reply DEVIDNO JSON | net raw DEVIDNO TEXT | net fail-open|fail-start DEVIDNO on|off | "
-    "net duplicate DEVIDNO MS|off | net session TEXT (`help net` says more)";
+    "net duplicate DEVIDNO on|off | net session TEXT (`help net` says more)";
 }  // namespace
 
 void ScriptRunner::RegisterWorld() {
@@ -105,9 +105,7 @@ void ScriptRunner::RegisterNetwork() {
     } else if (what == "fail-start" && a.size() == 2) {
       hostref::net::SetFailStart(FleetDevice(a[0]), OnOff(a[1], "net fail-start DEVIDNO on|off"));
     } else if (what == "duplicate" && a.size() == 2) {
-      const std::optional<int> ms =
-          a[1] == "off" ? std::nullopt : std::optional<int>(static_cast<int>(Number(a[1], 0, kMaxDelayMs)));
-      world_.SetDuplicate(FleetDevice(a[0]), ms);
+      hostref::net::SetDuplicate(FleetDevice(a[0]), OnOff(a[1], "net duplicate DEVIDNO on|off"));
     } else if (what == "session" && !a.empty()) {
       hostref::net::SetSession(Unescape(more));
     } else {

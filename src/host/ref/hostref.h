@@ -98,9 +98,9 @@ void SetStatus(const std::string& devIdno, int status);
 void SetReply(const std::string& devIdno, const std::string& reply);
 // The device's own reply text is forgotten (the responder or default answers again).
 void ClearReply(const std::string& devIdno);
-// Each answer of the device reaches the callback twice: the second time as a
-// held answer of its own (in held mode) or delayMs after the first. nullopt: once.
-void SetDuplicate(const std::string& devIdno, std::optional<int> delayMs);
+// Each answer of the device reaches the callback twice, the second call right
+// after the first returned (before the page can have handled the first).
+void SetDuplicate(const std::string& devIdno, bool twice);
 // Answers computed per request (the simulated terminals); nullopt falls back to the default.
 using Responder = std::function<std::optional<std::string>(const SentRequest&)>;
 void SetResponder(Responder responder);
@@ -124,6 +124,9 @@ std::vector<uint32_t> HeldHandles();
 // Called on the opening thread with every request opened (the reference host prints them).
 void SetOpenObserver(std::function<void(const SentRequest&)> observer);
 // Called on the network thread with each answer just before it reaches a channel's callback.
+// Called on the opening thread when opening or starting a channel fails by a
+// device's rule (SetFailOpen, SetFailStart); step is "open" or "start".
+void SetFaultObserver(std::function<void(const std::string& devIdno, const char* step)> observer);
 using AnswerObserver = std::function<void(const SentRequest& request, int status, const char* reply)>;
 void SetAnswerObserver(AnswerObserver observer);
 

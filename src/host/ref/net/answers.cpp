@@ -37,7 +37,7 @@ int Settings::DelayOf(const std::string& devIdno) const {
 
 Answer Settings::AnswerFor(const std::string& devIdno) const {
   const DeviceRule& rule = RuleOf(devIdno);
-  return {rule.status, rule.reply, responder};
+  return {rule.status, rule.reply, responder, rule.duplicate};
 }
 
 }  // namespace netsim

@@ -23,6 +23,7 @@ struct Answer {
   int status = kStatusAnswered;
   ReplyText fixed;  // the device's own reply text
   ResponderPtr responder;
+  bool twice = false;  // the callback runs a second time right after the first
 
   // The text handed to the callback: with a network status the device's own
   // text or null; otherwise the device's own text, else the responder's
@@ -37,7 +38,7 @@ struct DeviceRule {
   ReplyText reply;
   bool failOpen = false;
   bool failStart = false;
-  std::optional<int> duplicateMs;  // the answer comes a second time, this much later
+  bool duplicate = false;  // the callback runs twice for each answer
 };
 
 struct Settings {

@@ -48,8 +48,8 @@ void ClearReply(const std::string& devIdno) {
   Change("net::ClearReply", [&](Settings& s) { s.Rule(devIdno).reply = nullptr; });
 }
 
-void SetDuplicate(const std::string& devIdno, std::optional<int> delayMs) {
-  Change("net::SetDuplicate", [&](Settings& s) { s.Rule(devIdno).duplicateMs = delayMs; });
+void SetDuplicate(const std::string& devIdno, bool twice) {
+  Change("net::SetDuplicate", [&](Settings& s) { s.Rule(devIdno).duplicate = twice; });
 }
 
 void SetResponder(Responder responder) {
@@ -95,6 +95,10 @@ std::vector<uint32_t> HeldHandles() {
 
 void SetOpenObserver(std::function<void(const SentRequest&)> observer) {
   Guarded("net::SetOpenObserver", [&] { Platform::Get().SetOpenObserver(std::move(observer)); });
+}
+
+void SetFaultObserver(std::function<void(const std::string&, const char*)> observer) {
+  Guarded("net::SetFaultObserver", [&] { Platform::Get().SetFaultObserver(std::move(observer)); });
 }
 
 void SetAnswerObserver(AnswerObserver observer) {

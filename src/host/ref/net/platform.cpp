@@ -1,8 +1,6 @@
 // The simulated platform's channels, timed and held answers, and network threads.
 #include "host/ref/net/platform.h"
 
-#include <algorithm>
-
 #include "host/ref/net/guard.h"
 
 namespace netsim {
@@ -36,9 +34,13 @@ bool Platform::Open(const std::string& devIdno, const std::string& envelope, con
   channel->request = {0, devIdno, envelope, param};
   std::shared_ptr<const OpenObserver> observer;
   {
-    std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     // Handles are never reused: once the counter has wrapped no channel opens.
-    if (settings_.RuleOf(devIdno).failOpen || nextHandle_ == 0) return false;
+    if (nextHandle_ == 0) return false;
+    if (settings_.RuleOf(devIdno).failOpen) {
+      ReportFault(lock, devIdno, "open");
+      return false;
+    }
     channel->request.handle = nextHandle_++;
     sent_.push_back(channel->request);
     channels_.emplace(channel->request.handle, channel);
@@ -59,11 +61,14 @@ bool Platform::SetCallback(NETHANDLE handle, void* user, FUNNormalCmdCB callback
 }
 
 bool Platform::Start(NETHANDLE handle) {
-  std::lock_guard lock(mutex_);
+  std::unique_lock lock(mutex_);
   ChannelPtr channel = Find(handle);
   if (!channel || !channel->callback || channel->stopped || channel->stage != Stage::Open) return false;
   const std::string& devIdno = channel->request.devIdno;
-  if (settings_.RuleOf(devIdno).failStart) return false;
+  if (settings_.RuleOf(devIdno).failStart) {
+    ReportFault(lock, devIdno, "start");
+    return false;
+  }
   if (settings_.held) {
     Hold(channel);
   } else {
@@ -186,24 +191,30 @@ void Platform::Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& cha
   Guarded("hostnet answer", [&] {
     const ReplyText text = answer.Text(channel->request);
     const char* reply = text ? text->c_str() : nullptr;
-    if (observer && *observer) (*observer)(channel->request, answer.status, reply);
-    if (callback) callback(answer.status, reply, user);
+    for (int call = 0; call < (answer.twice ? 2 : 1); ++call) {
+      if (observer && *observer) (*observer)(channel->request, answer.status, reply);
+      if (callback) callback(answer.status, reply, user);
+    }
   });
   lock.lock();
   channel->runner = {};
   --running_;
-  const std::optional<int> again = settings_.RuleOf(channel->request.devIdno).duplicateMs;
-  if (again && !channel->stopped && !channel->duplicated) {
-    channel->duplicated = true;
-    if (settings_.held) {
-      Hold(channel);
-    } else {
-      Schedule(channel, Clock::now() + std::chrono::milliseconds(std::max(0, *again)));
-    }
-  } else {
-    channel->stage = Stage::Done;
-  }
+  channel->stage = Stage::Done;
   done_.notify_all();
+}
+
+// Tells the fault observer without holding the lock; the caller returns right after.
+void Platform::ReportFault(std::unique_lock<std::mutex>& lock, const std::string& devIdno, const char* step) {
+  const std::shared_ptr<const FaultObserver> observer = faultObserver_;
+  const std::string device = devIdno;
+  lock.unlock();
+  if (observer && *observer) Guarded("hostnet fault observer", [&] { (*observer)(device, step); });
+}
+
+void Platform::SetFaultObserver(FaultObserver observer) {
+  auto shared = std::make_shared<const FaultObserver>(std::move(observer));
+  std::lock_guard lock(mutex_);
+  faultObserver_ = std::move(shared);
 }
 
 void Platform::Hold(const ChannelPtr& channel) {

@@ -6,8 +6,7 @@
 // time, then in start order) or, in held mode, among the held answers until a
 // test releases it into the timed queue. A network thread takes the first due
 // answer, decides its text and runs the callback without holding the lock.
-// A device set to answer twice has its channel queued once more (held or
-// timed) after the first delivery. Stop drops a waiting answer and waits for a callback that runs at that
+// Stop drops a waiting answer and waits for a callback that runs at that
 // moment on another thread; once Stop has returned the channel's callback is
 // neither running nor entered again.
 #pragma once
@@ -36,6 +35,7 @@ using Clock = std::chrono::steady_clock;
 using TimedKey = std::pair<Clock::time_point, uint64_t>;  // due time, start order
 using OpenObserver = std::function<void(const hostref::SentRequest&)>;
 using AnswerObserver = hostref::net::AnswerObserver;
+using FaultObserver = std::function<void(const std::string& devIdno, const char* step)>;
 
 struct Channel {
   enum class Stage { Open, Timed, Held, Running, Done };
@@ -48,7 +48,6 @@ struct Channel {
   TimedKey timedKey{};     // its place in the timed queue while Timed
   uint64_t heldKey = 0;    // its place among the held answers while Held
   std::thread::id runner;  // the thread running its callback while Running
-  bool duplicated = false;  // its answer has been queued a second time
 };
 using ChannelPtr = std::shared_ptr<Channel>;
 
@@ -83,6 +82,7 @@ class Platform {
   }
   void SetOpenObserver(OpenObserver observer);
   void SetAnswerObserver(AnswerObserver observer);
+  void SetFaultObserver(FaultObserver observer);
   std::vector<hostref::SentRequest> Sent();
   void ClearSent();
   size_t OpenChannels();
@@ -103,6 +103,8 @@ class Platform {
   Settings settings_;
   std::shared_ptr<const OpenObserver> observer_;
   std::shared_ptr<const AnswerObserver> answerObserver_;
+  std::shared_ptr<const FaultObserver> faultObserver_;
+  void ReportFault(std::unique_lock<std::mutex>& lock, const std::string& devIdno, const char* step);
   std::unordered_map<NETHANDLE, ChannelPtr> channels_;
   std::map<TimedKey, ChannelPtr> timed_;
   std::map<uint64_t, ChannelPtr> held_;
