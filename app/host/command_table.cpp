@@ -110,6 +110,12 @@ std::string HelpText(std::string_view name) {
   return text;
 }
 
+// A bar inside a Markdown table cell must be escaped.
+static std::string EscapeBars(std::string text) {
+  for (size_t at = text.find('|'); at != std::string::npos; at = text.find('|', at + 2)) text.replace(at, 1, "\\|");
+  return text;
+}
+
 std::string Markdown() {
   std::string text;
   for (size_t s = 0; s < std::size(kSections); ++s) {
@@ -118,10 +124,7 @@ std::string Markdown() {
     text += "| command | what it does |\n|---|---|\n";
     for (const Info& info : kAll) {
       if (info.section != static_cast<int>(s)) continue;
-      std::string usage = info.usage;
-      // A bar inside a table cell must be escaped.
-      for (size_t at = usage.find('|'); at != std::string::npos; at = usage.find('|', at + 2)) usage.replace(at, 1, "\\|");
-      text += "| `" + usage + "` | " + info.summary + " |\n";
+      text += "| `" + EscapeBars(info.usage) + "` | " + EscapeBars(info.summary) + " |\n";
     }
     text += "\n";
   }
