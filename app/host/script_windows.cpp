@@ -49,6 +49,12 @@ void ScriptRunner::RegisterWindows() {
     }
     world_.Api().FunPageParam(type, device);
     plat::MessageLoop::Instance().RunPending();
+    // With the function page window open, the function must have been selected in its tree.
+    if (device == 0 || !world_.FunctionPageWindow()) return;
+    auto* tree = dynamic_cast<plat::TreeView*>(FunctionTree());
+    if (tree && (!tree->GetSelectedItem() || static_cast<intptr_t>(tree->GetItemData(tree->GetSelectedItem())) != type)) {
+      throw Error{"function type " + a[1] + " has no page for device " + a[0] + " (`tree` lists its functions)"};
+    }
   };
   commands_["window"] = [this](const std::string& rest, const Context&) {
     const Args a = Expect(rest, 1, "window TYPE");
