@@ -61,8 +61,7 @@ void ScriptRunner::RegisterWindows() {
     std::string error;
     if (!world_.OpenVehicleWindow(Number<int32_t>(a[0]), &error)) throw Error{error};
     if (!HasPage(*world_.Current())) {
-      throw Error{"function type " + a[0] + " has no page: the window is empty (`destroy` closes it; "
-                  "docs/scripting.md lists the types)"};
+      throw Error{"function type " + a[0] + " has no page: the window is empty (`destroy` closes it)"};
     }
   };
   commands_["destroy"] = [this](const std::string& rest, const Context&) {
