@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The interactive prompt in a real terminal (tmux): Tab completion of commands
-# and control ids, help, an error, quit, and the history of an earlier run
+# and control ids, help, the device picker asking, an error, quit, and the history of an earlier run
 # brought back with Up. Each step waits for the screen to show its result.
 # Usage: prompt_tmux.sh HOST
 set -u
@@ -37,8 +37,12 @@ tmux send-keys -t "$session" Enter
 expect "completed line ran" "VALUE 4208"
 tmux send-keys -t "$session" "help dev" Tab Enter
 expect "help of one command" "makes a device current"
+tmux send-keys -t "$session" "text 4167 hi" Enter "click 1602" Enter
+expect "the picker asks" "devices>"
+tmux send-keys -t "$session" "10001" Enter "run" Enter
+expect "the chosen device is sent to" "ROW 1|"
 tmux send-keys -t "$session" "frobnicate" Enter
-expect "an error" "ERROR 5: unknown command frobnicate"
+expect "an error" "ERROR 8: unknown command frobnicate"
 tmux send-keys -t "$session" "quit" Enter
 expect "quit ends the host with status 1 after an error" "HOST-EXITED-1"
 tmux kill-session -t "$session"
