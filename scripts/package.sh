@@ -39,7 +39,7 @@ tar -C "$root" --exclude='./build*' --exclude='./.git' --exclude='./.cache' -cf 
 deb=$(ls "$out"/fleetcmd_*.deb)
 echo "package: $deb"
 # lintian: errors fail the build; warnings are listed.
-lintian --no-tag-display-limit "$deb" | tee "$out/lintian.txt" || true
+lintian --tag-display-limit 0 "$deb" | tee "$out/lintian.txt" || true
 if grep -q '^E:' "$out/lintian.txt"; then
   echo "package.sh: lintian reports errors" >&2
   exit 1
