@@ -1,6 +1,8 @@
 #include "host_world.h"
 
 #include <algorithm>
+#include <cstring>
+#include <fstream>
 
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
@@ -8,6 +10,7 @@
 #include "output.h"
 #include "platform/controls.h"
 #include "platform/loop.h"
+#include "platform/menu.h"
 #include "text/encoding.h"
 
 namespace {
@@ -24,6 +27,28 @@ void CALLBACK OnPointQuery(int32_t result, void* request, uintptr_t) {
 }
 
 void CALLBACK OnShown(uintptr_t, int32_t*) {}
+
+bool Readable(const std::string& file) { return std::ifstream(file).good(); }
+
+// The picker's parameter record: its non-zero words, then both lists of attribute codes.
+std::string PickerLine(const std::vector<uint8_t>& param) {
+  constexpr size_t kFirstList = 152, kSecondList = 200, kListsEnd = 236;
+  const auto word = [&](size_t at) {
+    int32_t value = 0;
+    if (at + 4 <= param.size()) std::memcpy(&value, param.data() + at, 4);
+    return value;
+  };
+  const auto list = [&](size_t from, size_t to) {
+    std::string codes;
+    for (size_t at = from; at < to && word(at) != 0; at += 4) codes += (codes.empty() ? "" : ",") + std::to_string(word(at));
+    return codes;
+  };
+  std::string line = "PICKER";
+  for (size_t at = 0; at + 4 <= param.size(); at += 4) {
+    if ((at < kFirstList || at >= kListsEnd) && word(at) != 0) line += " " + std::to_string(at) + "=" + std::to_string(word(at));
+  }
+  return line + " first=" + list(kFirstList, kSecondList) + " second=" + list(kSecondList, kListsEnd);
+}
 
 // A new row is drawn at the top of a result list: print it.
 void OnRowDrawn(plat::ListView& list, int first, int last) {
@@ -47,51 +72,148 @@ LRESULT HostMainWindow::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
 
 bool HostWorld::Start(const HostOptions& options, std::string* error) {
   g_world = this;
+  options_ = options;
   plat::MessageLoop::Instance().SetClock(&clock_);
   if (options.fixedTime) plat::SetFixedLocalTime(kFixedTime);
-  hostref::OpenDataDir("");
+  if (!options.languageFile.empty() && !Readable(options.languageFile)) {
+    if (error) *error = "cannot read the language file " + options.languageFile + " (give a readable one with --lang)";
+    return false;
+  }
+  if (!hostref::OpenDataDir(options.dataDir)) {
+    if (error) *error = "cannot open the store in " + options.dataDir + " (choose a writable directory with --data)";
+    return false;
+  }
   hostref::LoadDefaultFleet();
   hostref::SetTipSink([](const hostref::Tip& tip) { out::Line("TIP " + out::EscapeControls(tip.text)); });
   hostref::net::Reset();
   hostref::terminals::Install();
   hostref::net::SetHeld(true);
+  InstallObservers();
+  main_.Create(nullptr, 0, "fleetcmd-host", kMainRect);
+  return LoadPlugin(error);
+}
+
+void HostWorld::InstallObservers() {
   hostref::net::SetOpenObserver([this](const hostref::SentRequest& request) {
     const auto command = request.envelope.find("\"Command\":");
     const int number = command == std::string::npos ? -1 : std::atoi(request.envelope.c_str() + command + 10);
     char hex[16];
     std::snprintf(hex, sizeof hex, "0x%04X", static_cast<unsigned>(number));
     out::Line("SEND " + request.devIdno + " " + hex + " " + out::EscapeBytes(request.param));
-    auto delay = deviceDelayMs_.find(request.devIdno);
-    due_[request.handle] = clock_.NowMs() + static_cast<uint64_t>(delay != deviceDelayMs_.end() ? delay->second : delayMs_);
+    if (observed_.envelope) out::Line("ENVELOPE " + request.devIdno + " " + out::EscapeBytes(request.envelope));
+    due_[request.handle] = clock_.NowMs() + DelayOf(request.devIdno);
+  });
+  hostref::net::SetAnswerObserver([this](const hostref::SentRequest& request, int status, const char* reply) {
+    if (observed_.answers) {
+      out::Line("ANSWER " + request.devIdno + " " + std::to_string(status) + " " +
+                (reply ? out::EscapeBytes(reply) : std::string("(none)")));
+    }
+  });
+  hostref::net::SetFaultObserver([](const std::string& devIdno, const char* step) {
+    out::Line("FAULT " + devIdno + " " + step);
+  });
+  hostref::SetLogObserver([this](int level, const std::string& module, const std::string& text) {
+    if (observed_.log) out::Line("LOG " + std::to_string(level) + " " + module + ": " + out::EscapeControls(text));
+  });
+  hostref::SetPickerObserver([this](const std::vector<uint8_t>& param) {
+    if (observed_.picker) out::Line(PickerLine(param));
   });
   plat::ListView::SetRedrawObserver(&OnRowDrawn);
+  plat::menu::SetObserver([](const std::vector<plat::menu::Entry>& entries) {
+    for (const auto& entry : entries) {
+      out::Line("MENU " + std::to_string(entry.command) + " \"" + out::EscapeControls(entry.text) + "\" " +
+                (entry.enabled ? "enabled" : "disabled"));
+    }
+  });
+}
 
-  if (!api_.Load(options.pluginPath, error)) return false;
-  main_.Create(nullptr, 0, "fleetcmd-host", kMainRect);
-  if (!options.languageFile.empty()) {
-    const std::u16string path = txt::Utf8ToUtf16(options.languageFile);
-    api_.SetLangPath(path.c_str());
-    hostref::LoadHostTexts(options.languageFile);
+bool HostWorld::LoadPlugin(std::string* error) {
+  if (!api_.Load(options_.pluginPath, error)) {
+    if (error) *error += " (name the plug-in with --plugin)";
+    return false;
   }
+  if (!options_.languageFile.empty()) SetLanguage(options_.languageFile);
   api_.Msg(FLEETCMD_MSG_SHOW_NOTIFY, 0, reinterpret_cast<intptr_t>(&OnShown));
   api_.Msg(FLEETCMD_MSG_POINT_QUERY, reinterpret_cast<intptr_t>(&OnPointQuery), 0);
   return true;
 }
 
-void HostWorld::Stop() {
+bool HostWorld::SetLanguage(const std::string& file) {
+  // The plug-in keeps its old texts for a file it cannot read, but the host's would go blank: check first.
+  if (!Readable(file)) return false;
+  const std::u16string path = txt::Utf8ToUtf16(file);
+  api_.SetLangPath(path.c_str());
+  options_.languageFile = file;
+  return hostref::LoadHostTexts(file);
+}
+
+void HostWorld::CloseWindows() {
   for (void* window : vehicleWindows_) api_.DestroyWindow(window);
   vehicleWindows_.clear();
   if (funPage_) api_.DestroyFunWindow();
   funPage_ = nullptr;
   current_ = nullptr;
+  currentVehicle_ = nullptr;
+}
+
+void HostWorld::Stop() {
+  CloseWindows();
   hostref::net::SetHeld(false);
   hostref::net::ReleaseAll();
   hostref::net::WaitIdle();
   plat::MessageLoop::Instance().RunPending();
   hostref::net::SetOpenObserver(nullptr);
+  hostref::net::SetAnswerObserver(nullptr);
+  hostref::net::SetFaultObserver(nullptr);
+  hostref::SetLogObserver(nullptr);
+  hostref::SetPickerObserver(nullptr);
+  hostref::SetPickerFallback(nullptr);
   plat::ListView::SetRedrawObserver(nullptr);
+  plat::menu::SetObserver(nullptr);
   main_.DestroyWindow();
   plat::MessageLoop::Instance().SetClock(nullptr);
+}
+
+bool HostWorld::Restart(std::string* error) {
+  CloseWindows();
+  Run();
+  api_.Unload();
+  if (!hostref::OpenDataDir(options_.dataDir)) {
+    if (error) *error = "cannot open the store in " + options_.dataDir + " again";
+    return false;
+  }
+  return LoadPlugin(error);
+}
+
+std::pair<const char*, int> HostWorld::DestroyCurrent() {
+  if (currentVehicle_) {
+    void* window = currentVehicle_;
+    std::erase(vehicleWindows_, window);
+    currentVehicle_ = nullptr;
+    current_ = nullptr;
+    return {"Dll_DestroyWindow", api_.DestroyWindow(window)};
+  }
+  if (current_ && current_ == funPage_) {
+    funPage_ = nullptr;
+    current_ = nullptr;
+    return {"Dll_Destroy808FunWindow", api_.DestroyFunWindow()};
+  }
+  return {nullptr, 0};
+}
+
+const std::string& HostWorld::KeepText(std::string text) {
+  texts_.push_back(std::make_unique<std::string>(std::move(text)));
+  return *texts_.back();
+}
+
+const std::u16string& HostWorld::KeepText(std::u16string text) {
+  wideTexts_.push_back(std::make_unique<std::u16string>(std::move(text)));
+  return *wideTexts_.back();
+}
+
+uint64_t HostWorld::DelayOf(const std::string& devIdno) const {
+  auto delay = deviceDelayMs_.find(devIdno);
+  return static_cast<uint64_t>(delay != deviceDelayMs_.end() ? delay->second : delayMs_);
 }
 
 plat::Window* HostWorld::NewestChild(size_t before) const {
@@ -130,8 +252,8 @@ void HostWorld::ReleaseDue() {
   for (uint32_t handle : hostref::net::HeldHandles()) {
     auto due = due_.find(handle);
     if (due != due_.end() && due->second > clock_.NowMs()) continue;
-    hostref::net::Release(handle);
     if (due != due_.end()) due_.erase(due);
+    hostref::net::Release(handle);
   }
 }
 

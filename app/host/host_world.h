@@ -4,10 +4,13 @@
 // same lines on every run.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/clock.h"
@@ -22,7 +25,17 @@ class HostMainWindow : public plat::Window {
 struct HostOptions {
   std::string pluginPath;
   std::string languageFile;
+  std::string dataDir;  // the host's store (SQLite); "" keeps it in memory
   bool fixedTime = false;
+};
+
+// Output lines a script switches on: ENVELOPE, ANSWER, LOG and PICKER.
+// Answers and log lines are observed on network threads as well.
+struct Observed {
+  std::atomic<bool> envelope = false;
+  std::atomic<bool> answers = false;
+  std::atomic<bool> log = false;
+  std::atomic<bool> picker = false;
 };
 
 class HostWorld {
@@ -32,6 +45,13 @@ class HostWorld {
 
   bool Start(const HostOptions& options, std::string* error);
   void Stop();
+  // Closes every window, unloads the plug-in and loads it again; the store is
+  // closed and opened again from disk.
+  bool Restart(std::string* error);
+  // Switches the language of the plug-in and of the host's texts; false when the file cannot be read.
+  bool SetLanguage(const std::string& file);
+
+  Observed& Observe() { return observed_; }
 
   PluginApi& Api() { return api_; }
   HostMainWindow& Main() { return main_; }
@@ -41,6 +61,11 @@ class HostWorld {
   plat::Window* Current() const { return current_; }
   bool OpenFunctionPage(std::string* error);
   bool OpenVehicleWindow(int functionType, std::string* error);
+  // Destroys the current window through its export; the export's name and result.
+  std::pair<const char*, int> DestroyCurrent();
+  // A text the host keeps alive for the plug-in (message arguments), returned by address.
+  const std::string& KeepText(std::string text);
+  const std::u16string& KeepText(std::u16string text);
   void* CurrentVehicleWindow() const { return currentVehicle_; }
   plat::Window* FunctionPageWindow() const { return funPage_; }
 
@@ -54,10 +79,16 @@ class HostWorld {
   void Advance(uint64_t ms);
 
  private:
+  bool LoadPlugin(std::string* error);
+  void CloseWindows();
+  void InstallObservers();
+  uint64_t DelayOf(const std::string& devIdno) const;
   void ReleaseDue();
   std::optional<uint64_t> NextDue() const;
   plat::Window* NewestChild(size_t before) const;
 
+  HostOptions options_;
+  Observed observed_;
   PluginApi api_;
   HostMainWindow main_;
   plat::ManualClock clock_{kFixedStartMs};
@@ -67,5 +98,7 @@ class HostWorld {
   std::vector<void*> vehicleWindows_;
   int delayMs_ = 0;
   std::map<std::string, int> deviceDelayMs_;
-  std::map<uint32_t, uint64_t> due_;  // held answer -> virtual time it is due
+  std::map<uint32_t, uint64_t> due_;            // held answer -> virtual time it is due
+  std::vector<std::unique_ptr<std::string>> texts_;
+  std::vector<std::unique_ptr<std::u16string>> wideTexts_;
 };

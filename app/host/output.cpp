@@ -34,5 +34,12 @@ void Line(const std::string& line) {
   std::fflush(g_stream);
 }
 
+void Error(const std::string& line) {
+  std::fflush(g_stream);
+  std::fputs(line.c_str(), stderr);
+  std::fputc('\n', stderr);
+  std::fflush(stderr);
+}
+
 void SetStream(FILE* stream) { g_stream = stream; }
 }  // namespace out

@@ -31,3 +31,9 @@ bool PluginApi::Load(const std::string& path, std::string* error) {
          Resolve(handle_, "DLL_WindowMsg", WindowMsg, error) &&
          Resolve(handle_, "DLL_808FunPageParam", FunPageParam, error);
 }
+
+void PluginApi::Unload() {
+  void* handle = handle_;
+  *this = PluginApi{};
+  if (handle) dlclose(handle);
+}

@@ -24,6 +24,8 @@ struct PluginApi {
 
   // Loads the library; false and *error when it or an export is missing.
   bool Load(const std::string& path, std::string* error);
+  // Unloads the library; every export is unset. Its windows must be gone.
+  void Unload();
 
  private:
   void* handle_ = nullptr;

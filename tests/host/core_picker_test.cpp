@@ -43,6 +43,34 @@ TEST(Picker, AnswerIsConsumedByOneStartAndTheRecordIsCopied) {
   EXPECT_EQ(hostref::PickerRuns(), runsBefore + 3);
 }
 
+// Every run shows its record to the observer; only a run without an answer asks the fallback.
+TEST(Picker, ObserverSeesEveryRunAndTheFallbackAnswersWhenNothingWasSet) {
+  std::unique_ptr<CDevListDataBase, PickerDeleter> picker(CreateDevListObject());
+  ASSERT_NE(picker, nullptr);
+  auto param = std::make_unique<_tagFillTreeParamEx_S>();
+  param->bytes[132] = 2;
+  picker->SetParam(param.get());
+  int observed = 0, asked = 0;
+  hostref::SetPickerObserver([&](const std::vector<uint8_t>& record) { observed += record.at(132); });
+  hostref::SetPickerFallback([&]() -> std::optional<std::vector<int>> { return ++asked == 1 ? std::optional(std::vector<int>{5}) : std::nullopt; });
+
+  hostref::SetPickerAnswer(std::vector<int>{1});
+  EXPECT_EQ(picker->Start(), 1) << "an answer given beforehand";
+  EXPECT_EQ(asked, 0);
+  EXPECT_EQ(picker->Start(), 1) << "the fallback's answer";
+  int* ids = nullptr;
+  int count = 0;
+  picker->GetMultiVehiID(&ids, &count);
+  ASSERT_EQ(count, 1);
+  EXPECT_EQ(ids[0], 5);
+  LIBCOMMON_Release(ids);
+  EXPECT_EQ(picker->Start(), 0) << "the fallback cancelled";
+  hostref::SetPickerObserver(nullptr);
+  hostref::SetPickerFallback(nullptr);
+  EXPECT_EQ(observed, 6);
+  EXPECT_EQ(asked, 2);
+}
+
 TEST(Tips, RecordedAndPassedToTheSink) {
   hostref::ClearTips();
   std::vector<std::string> seen;

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <string>
+#include <vector>
 #include <thread>
 
 #include "host/hostlog.h"
@@ -27,6 +29,20 @@ TEST(Log, LinesFromTwoThreadsAreAllKept) {
   const std::set<std::string> unique(lines.begin(), lines.end());
   EXPECT_EQ(unique.size(), lines.size());
   EXPECT_TRUE(unique.count("1|net|line 1999"));
+}
+
+// The observer runs outside the log's lock: it may log itself (the host prints, and printing may log).
+TEST(Log, ObserverSeesEachLineAndMayLog) {
+  std::vector<std::string> seen;
+  CLogFile2 inner("observer");
+  hostref::SetLogObserver([&](int level, const std::string& module, const std::string& text) {
+    seen.push_back(std::to_string(level) + " " + module + " " + text);
+    if (module != "observer") inner.WriteStrInfoEx(0, "saw %s", text.c_str());
+  });
+  CLogFile2("m").WriteStrInfoEx(2, "value %d", 7);
+  hostref::SetLogObserver(nullptr);
+  CLogFile2("m").WriteStrInfoEx(2, "unseen");
+  EXPECT_EQ(seen, (std::vector<std::string>{"2 m value 7", "0 observer saw value 7"}));
 }
 
 TEST(Log, LongLinesAndTheLogFile) {

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <thread>
@@ -74,7 +75,9 @@ TEST_F(NetAnswers, ChosenByTheDeviceRules) {
       {"device text beats the responder", "R", [] { net::SetReply("R", "not json"); }, 0, "not json"},
       {"invalid UTF-8 as is", "9", [] { net::SetReply("9", "\xff\xfe{"); }, 0, "\xff\xfe{"},
       {"huge text as is", "9", [&] { net::SetReply("9", huge); }, 0, huge.c_str()},
-      {"offline beats the text", "R", [] { net::SetReply("R", "x"), net::SetStatus("R", kOffline); }, kOffline, nullptr},
+      {"offline comes with the device's text", "R", [] { net::SetReply("R", "x"), net::SetStatus("R", kOffline); }, kOffline, "x"},
+      {"offline without a text of its own", "R", [] { net::SetStatus("R", kOffline); }, kOffline, nullptr},
+      {"a cleared text gives the responder's again", "R", [] { net::SetReply("R", "x"), net::ClearReply("R"); }, 0, kFromResponder},
       {"timeout", "R", [] { net::SetStatus("R", kTimeout); }, kTimeout, nullptr},
       {"status 0 clears", "R", [] { net::SetStatus("R", kTimeout), net::SetStatus("R", 0); }, 0, kFromResponder},
       {"throwing responder gives the default", "R", [] { net::SetResponder([](auto&) -> std::optional<std::string> {
@@ -95,6 +98,42 @@ TEST_F(NetAnswers, ChosenByTheDeviceRules) {
     EXPECT_TRUE(answer.reply == (c.reply ? std::optional<std::string>(c.reply) : std::nullopt));
     EXPECT_NE(answer.thread, std::this_thread::get_id()) << "answered on a network thread";
   }
+}
+
+// The observers the reference host prints from: each answer before its
+// callback (twice for a device that answers twice), and refused steps.
+TEST_F(NetAnswers, ObserversSeeAnswersTwiceAndFaults) {
+  std::vector<std::string> seen;  // written on network threads, read after WaitIdle
+  std::mutex mutex;
+  net::SetAnswerObserver([&](const hostref::SentRequest& r, int status, const char* reply) {
+    std::lock_guard lock(mutex);
+    seen.push_back(r.devIdno + " " + std::to_string(status) + " " + (reply ? reply : "-"));
+  });
+  net::SetFaultObserver([&](const std::string& dev, const char* step) {
+    std::lock_guard lock(mutex);
+    seen.push_back(dev + " " + step);
+  });
+  net::SetDuplicate("twice", true);
+  net::SetStatus("off", kOffline);
+  net::SetFailOpen("no-open", true);
+  net::SetFailStart("no-start", true);
+  Answer twice, off, refused;
+  Start("twice", &twice);
+  net::WaitIdle();
+  Start("off", &off);
+  net::WaitIdle();
+  NETHANDLE handle = 0;
+  EXPECT_NE(NETCLIENT_MNOpenNormalCmd(&handle, "no-open", "{}", ""), 0);
+  ASSERT_EQ(NETCLIENT_MNOpenNormalCmd(&handle, "no-start", "{}", ""), 0);
+  opened_.push_back(handle);
+  NETCLIENT_MNSetNormalCmdCB(handle, &refused, &Record);
+  EXPECT_NE(NETCLIENT_MNStartNormalCmd(handle), 0);
+  net::SetAnswerObserver(nullptr);
+  net::SetFaultObserver(nullptr);
+  EXPECT_EQ(twice.calls, 2);
+  EXPECT_EQ(refused.calls, 0);
+  EXPECT_THAT(seen, ::testing::ElementsAre(std::string("twice 0 ") + kDefaultReply, std::string("twice 0 ") + kDefaultReply,
+                                           "off 110 -", "no-open open", "no-start start"));
 }
 
 TEST_F(NetAnswers, SessionIsCutToTheBuffer) {
@@ -207,13 +246,17 @@ TEST_F(NetStop, NoCallbackAfterStopWhileAnswersRace) {
   for (int i = 0; i < kChannels; ++i) {
     auto* slot = new Slot{{}, &delivered};
     const NETHANDLE handle = Start("1", slot, write);
-    if (i % 2) std::this_thread::yield();  // lets some answers start before their stop
+    if (i == 0) {
+      while (delivered.load() == 0) std::this_thread::yield();  // one answer surely comes before its stop
+    } else if (i % 2) {
+      std::this_thread::yield();  // lets some answers start before their stop
+    }
     EXPECT_EQ(NETCLIENT_MNStopNormalCmd(handle), 0);
     delete slot;
     EXPECT_EQ(NETCLIENT_MNCloseNormalCmd(handle), 0);
   }
   net::WaitIdle();
-  EXPECT_GT(delivered.load(), 0) << "no answer raced with its stop";
+  EXPECT_GT(delivered.load(), 0);
 }
 
 }  // namespace

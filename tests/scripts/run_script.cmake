@@ -1,16 +1,22 @@
-# Runs one script through the reference host and compares its lines with the
-# expected ones. With UPDATE set, writes the expected file instead.
-execute_process(COMMAND ${HOST} --fixed-time --script ${SCRIPT}
-                OUTPUT_VARIABLE actual ERROR_VARIABLE errors RESULT_VARIABLE result)
-if(NOT result EQUAL 0)
-  message(FATAL_ERROR "fleetcmd-host exited with ${result}: ${errors}")
-endif()
+# Runs one script through the reference host and compares its lines (standard
+# output and standard error together, in order) with the expected ones. The
+# host must exit with 1 when the expected lines hold an ERROR, else with 0.
+# With UPDATE set, writes the expected file instead.
+execute_process(COMMAND sh -c "exec \"$0\" --fixed-time --script \"$1\" 2>&1" ${HOST} ${SCRIPT}
+                OUTPUT_VARIABLE actual RESULT_VARIABLE result)
 if(UPDATE)
   file(WRITE ${EXPECTED} "${actual}")
   return()
 endif()
 file(READ ${EXPECTED} expected)
+set(want 0)
+if(expected MATCHES "(^|\n)ERROR ")
+  set(want 1)
+endif()
 if(NOT actual STREQUAL expected)
   file(WRITE ${EXPECTED}.actual "${actual}")
   message(FATAL_ERROR "the lines differ from ${EXPECTED}; see ${EXPECTED}.actual")
+endif()
+if(NOT result EQUAL want)
+  message(FATAL_ERROR "fleetcmd-host exited with ${result}, expected ${want}")
 endif()

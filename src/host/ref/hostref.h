@@ -57,6 +57,11 @@ void SetPickerAnswer(std::optional<std::vector<int>> deviceIds);
 // The parameter record given to the last picker.
 std::vector<uint8_t> LastPickerParam();
 int PickerRuns();
+// Called with the parameter record on every run of the picker, before it answers.
+void SetPickerObserver(std::function<void(const std::vector<uint8_t>& param)> observer);
+// Asked when a run finds no answer given beforehand (the prompt asks the user);
+// without it such a run cancels. Runs on the thread that started the picker.
+void SetPickerFallback(std::function<std::optional<std::vector<int>>()> fallback);
 
 // ---- hostlog ------------------------------------------------------------------
 
@@ -65,6 +70,9 @@ std::vector<std::string> LogLines();
 void ClearLog();
 // Directory for log files; empty keeps lines in memory only.
 void SetLogDir(const std::string& dir);
+// Called with every line logged, on the thread that logged it, outside the log's lock.
+using LogObserver = std::function<void(int level, const std::string& module, const std::string& text)>;
+void SetLogObserver(LogObserver observer);
 
 // ---- hostnet: the simulated platform --------------------------------------------
 
@@ -83,10 +91,16 @@ void SetSession(const std::string& session);
 // Delay before a terminal answers, in milliseconds of real time on the network thread.
 void SetDelayMs(int ms);
 void SetDeviceDelayMs(const std::string& devIdno, int ms);
-// The device answers with this network status (101, 110) and no reply text.
+// The device answers with this network status (101, 110); with a reply text
+// set by SetReply the status comes with that text, otherwise with none.
 void SetStatus(const std::string& devIdno, int status);
 // The device answers with this reply text.
 void SetReply(const std::string& devIdno, const std::string& reply);
+// The device's own reply text is forgotten (the responder or default answers again).
+void ClearReply(const std::string& devIdno);
+// Each answer of the device reaches the callback twice, the second call right
+// after the first returned (before the page can have handled the first).
+void SetDuplicate(const std::string& devIdno, bool twice);
 // Answers computed per request (the simulated terminals); nullopt falls back to the default.
 using Responder = std::function<std::optional<std::string>(const SentRequest&)>;
 void SetResponder(Responder responder);
@@ -109,6 +123,12 @@ bool Release(uint32_t handle);
 std::vector<uint32_t> HeldHandles();
 // Called on the opening thread with every request opened (the reference host prints them).
 void SetOpenObserver(std::function<void(const SentRequest&)> observer);
+// Called on the network thread with each answer just before it reaches a channel's callback.
+// Called on the opening thread when opening or starting a channel fails by a
+// device's rule (SetFailOpen, SetFailStart); step is "open" or "start".
+void SetFaultObserver(std::function<void(const std::string& devIdno, const char* step)> observer);
+using AnswerObserver = std::function<void(const SentRequest& request, int status, const char* reply)>;
+void SetAnswerObserver(AnswerObserver observer);
 
 std::vector<SentRequest> Sent();
 void ClearSent();

@@ -2,6 +2,10 @@
 // checked for its type; the first fault names its place and rejects the text.
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
+#include <memory>
+
+#include <json/json.h>
 
 #include "host/ref/core/fleet.h"
 #include "text/json.h"
@@ -153,6 +157,26 @@ bool ReadFleet(Reader& r, const Json::Value& root, Fleet& fleet) {
   return true;
 }
 
+// Where and why a text is not JSON: "line L, column C: what" from the reader's first error.
+std::string JsonFault(const std::string& json) {
+  Json::CharReaderBuilder builder;
+  builder["failIfExtra"] = true;
+  std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  std::string errors;
+  Json::Value ignored;
+  try {
+    if (reader->parse(json.data(), json.data() + json.size(), &ignored, &errors)) return "not JSON";
+  } catch (const std::exception& e) {
+    return std::string("not JSON: ") + e.what();
+  }
+  // The reader writes "* Line 3, Column 5\n  Missing ',' ...\n" for each error.
+  int line = 0, column = 0;
+  if (std::sscanf(errors.c_str(), "* Line %d, Column %d", &line, &column) != 2) return "not JSON";
+  const size_t text = errors.find_first_not_of(" ", errors.find('\n') + 1);
+  const std::string what = text == std::string::npos ? "" : errors.substr(text, errors.find('\n', text) - text);
+  return "not JSON at line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + what;
+}
+
 }  // namespace
 
 std::unique_ptr<Fleet> ParseFleet(const std::string& json, std::string* error) {
@@ -161,7 +185,7 @@ std::unique_ptr<Fleet> ParseFleet(const std::string& json, std::string* error) {
   Json::Value root;
   try {
     if (!txt::ParseJson(json, root))
-      reader.Fail("fleet", "not JSON");
+      reader.Fail("fleet", JsonFault(json));
     else
       ReadFleet(reader, root, *fleet);
   } catch (const std::exception& e) {

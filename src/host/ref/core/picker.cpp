@@ -3,6 +3,7 @@
 // remembers the parameter record it was given.
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -19,6 +20,8 @@ struct PickerWorld {
   std::optional<std::vector<int>> answer;
   std::vector<uint8_t> lastParam;
   int runs = 0;
+  std::function<void(const std::vector<uint8_t>&)> observer;
+  std::function<std::optional<std::vector<int>>()> fallback;
 };
 
 PickerWorld& World() {
@@ -36,11 +39,23 @@ class DevicePicker : public CDevListDataBase {
     World().lastParam.assign(param->bytes, param->bytes + sizeof param->bytes);
   }
 
+  // The observer and the fallback run without the lock: the fallback may ask a person.
   int Start() override {
-    std::lock_guard lock(World().mutex);
-    ++World().runs;
-    chosen_.clear();
-    std::optional<std::vector<int>> answer = std::exchange(World().answer, std::nullopt);
+    std::optional<std::vector<int>> answer;
+    std::vector<uint8_t> param;
+    std::function<void(const std::vector<uint8_t>&)> observer;
+    std::function<std::optional<std::vector<int>>()> fallback;
+    {
+      std::lock_guard lock(World().mutex);
+      ++World().runs;
+      chosen_.clear();
+      answer = std::exchange(World().answer, std::nullopt);
+      param = World().lastParam;
+      observer = World().observer;
+      if (!answer) fallback = World().fallback;
+    }
+    if (observer) observer(param);
+    if (fallback) answer = fallback();
     if (!answer) return kCancelled;
     chosen_ = std::move(*answer);
     return kConfirmed;
@@ -78,6 +93,16 @@ void SetPickerAnswer(std::optional<std::vector<int>> deviceIds) {
 std::vector<uint8_t> LastPickerParam() {
   std::lock_guard lock(World().mutex);
   return World().lastParam;
+}
+
+void SetPickerObserver(std::function<void(const std::vector<uint8_t>&)> observer) {
+  std::lock_guard lock(World().mutex);
+  World().observer = std::move(observer);
+}
+
+void SetPickerFallback(std::function<std::optional<std::vector<int>>()> fallback) {
+  std::lock_guard lock(World().mutex);
+  World().fallback = std::move(fallback);
 }
 
 int PickerRuns() {

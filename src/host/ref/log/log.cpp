@@ -8,6 +8,7 @@
 #include <deque>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -24,6 +25,7 @@ struct LogSink {
   std::deque<std::string> lines;
   std::string dir;
   std::map<std::string, std::FILE*> files;  // module -> open log file
+  std::shared_ptr<const hostref::LogObserver> observer;
 
   void CloseFiles() {
     for (auto& [module, file] : files)
@@ -90,15 +92,20 @@ void CLogFile2::WriteStrInfoEx(int level, const char* format, ...) {
   std::string line = std::to_string(level) + "|" + module_ + "|" + text;
 
   LogSink& sink = Sink();
-  std::lock_guard lock(sink.mutex);
-  if (!sink.dir.empty()) {
-    if (std::FILE* file = sink.FileOf(module_)) {
-      std::fprintf(file, "%s [%d] %s\n", Timestamp().c_str(), level, text.c_str());
-      std::fflush(file);
+  std::shared_ptr<const hostref::LogObserver> observer;
+  {
+    std::lock_guard lock(sink.mutex);
+    if (!sink.dir.empty()) {
+      if (std::FILE* file = sink.FileOf(module_)) {
+        std::fprintf(file, "%s [%d] %s\n", Timestamp().c_str(), level, text.c_str());
+        std::fflush(file);
+      }
     }
+    if (sink.lines.size() >= kMaxLines) sink.lines.pop_front();
+    sink.lines.push_back(std::move(line));
+    observer = sink.observer;
   }
-  if (sink.lines.size() >= kMaxLines) sink.lines.pop_front();
-  sink.lines.push_back(std::move(line));
+  if (observer && *observer) (*observer)(level, module_, text);
 }
 
 namespace hostref {
@@ -111,6 +118,12 @@ std::vector<std::string> LogLines() {
 void ClearLog() {
   std::lock_guard lock(Sink().mutex);
   Sink().lines.clear();
+}
+
+void SetLogObserver(LogObserver observer) {
+  auto shared = observer ? std::make_shared<const LogObserver>(std::move(observer)) : nullptr;
+  std::lock_guard lock(Sink().mutex);
+  Sink().observer = std::move(shared);
 }
 
 void SetLogDir(const std::string& dir) {

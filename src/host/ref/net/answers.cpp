@@ -17,8 +17,7 @@ const ReplyText& DefaultReply() {
 }  // namespace
 
 ReplyText Answer::Text(const hostref::SentRequest& request) const {
-  if (status != kStatusAnswered) return nullptr;
-  if (fixed) return fixed;
+  if (fixed || status != kStatusAnswered) return fixed;
   if (responder && *responder) {
     auto computed = Guarded("hostnet responder", std::optional<std::string>(), [&] { return (*responder)(request); });
     if (computed) return std::make_shared<const std::string>(std::move(*computed));
@@ -38,7 +37,7 @@ int Settings::DelayOf(const std::string& devIdno) const {
 
 Answer Settings::AnswerFor(const std::string& devIdno) const {
   const DeviceRule& rule = RuleOf(devIdno);
-  return {rule.status, rule.reply, responder};
+  return {rule.status, rule.reply, responder, rule.duplicate};
 }
 
 }  // namespace netsim

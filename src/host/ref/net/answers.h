@@ -23,9 +23,11 @@ struct Answer {
   int status = kStatusAnswered;
   ReplyText fixed;  // the device's own reply text
   ResponderPtr responder;
+  bool twice = false;  // the callback runs a second time right after the first
 
-  // The text handed to the callback: null with a network status; otherwise
-  // the device's own text, else the responder's answer, else the default reply.
+  // The text handed to the callback: with a network status the device's own
+  // text or null; otherwise the device's own text, else the responder's
+  // answer, else the default reply.
   // A responder that throws counts as having no answer.
   ReplyText Text(const hostref::SentRequest& request) const;
 };
@@ -36,6 +38,7 @@ struct DeviceRule {
   ReplyText reply;
   bool failOpen = false;
   bool failStart = false;
+  bool duplicate = false;  // the callback runs twice for each answer
 };
 
 struct Settings {

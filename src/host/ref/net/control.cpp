@@ -44,6 +44,14 @@ void SetReply(const std::string& devIdno, const std::string& reply) {
   Change("net::SetReply", [&](Settings& s) { s.Rule(devIdno).reply = std::move(text); });
 }
 
+void ClearReply(const std::string& devIdno) {
+  Change("net::ClearReply", [&](Settings& s) { s.Rule(devIdno).reply = nullptr; });
+}
+
+void SetDuplicate(const std::string& devIdno, bool twice) {
+  Change("net::SetDuplicate", [&](Settings& s) { s.Rule(devIdno).duplicate = twice; });
+}
+
 void SetResponder(Responder responder) {
   auto shared = responder ? std::make_shared<const Responder>(std::move(responder)) : nullptr;
   Change("net::SetResponder", [&](Settings& s) { s.responder = std::move(shared); });
@@ -87,6 +95,14 @@ std::vector<uint32_t> HeldHandles() {
 
 void SetOpenObserver(std::function<void(const SentRequest&)> observer) {
   Guarded("net::SetOpenObserver", [&] { Platform::Get().SetOpenObserver(std::move(observer)); });
+}
+
+void SetFaultObserver(std::function<void(const std::string&, const char*)> observer) {
+  Guarded("net::SetFaultObserver", [&] { Platform::Get().SetFaultObserver(std::move(observer)); });
+}
+
+void SetAnswerObserver(AnswerObserver observer) {
+  Guarded("net::SetAnswerObserver", [&] { Platform::Get().SetAnswerObserver(std::move(observer)); });
 }
 
 std::vector<SentRequest> Sent() {

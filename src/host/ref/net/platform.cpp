@@ -34,9 +34,13 @@ bool Platform::Open(const std::string& devIdno, const std::string& envelope, con
   channel->request = {0, devIdno, envelope, param};
   std::shared_ptr<const OpenObserver> observer;
   {
-    std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     // Handles are never reused: once the counter has wrapped no channel opens.
-    if (settings_.RuleOf(devIdno).failOpen || nextHandle_ == 0) return false;
+    if (nextHandle_ == 0) return false;
+    if (settings_.RuleOf(devIdno).failOpen) {
+      ReportFault(lock, devIdno, "open");
+      return false;
+    }
     channel->request.handle = nextHandle_++;
     sent_.push_back(channel->request);
     channels_.emplace(channel->request.handle, channel);
@@ -57,15 +61,16 @@ bool Platform::SetCallback(NETHANDLE handle, void* user, FUNNormalCmdCB callback
 }
 
 bool Platform::Start(NETHANDLE handle) {
-  std::lock_guard lock(mutex_);
+  std::unique_lock lock(mutex_);
   ChannelPtr channel = Find(handle);
   if (!channel || !channel->callback || channel->stopped || channel->stage != Stage::Open) return false;
   const std::string& devIdno = channel->request.devIdno;
-  if (settings_.RuleOf(devIdno).failStart) return false;
+  if (settings_.RuleOf(devIdno).failStart) {
+    ReportFault(lock, devIdno, "start");
+    return false;
+  }
   if (settings_.held) {
-    channel->stage = Stage::Held;
-    channel->heldKey = nextOrder_++;
-    held_.emplace(channel->heldKey, channel);
+    Hold(channel);
   } else {
     Schedule(channel, Clock::now() + std::chrono::milliseconds(settings_.DelayOf(devIdno)));
   }
@@ -132,6 +137,12 @@ void Platform::SetOpenObserver(OpenObserver observer) {
   observer_ = std::move(shared);
 }
 
+void Platform::SetAnswerObserver(AnswerObserver observer) {
+  auto shared = std::make_shared<const AnswerObserver>(std::move(observer));
+  std::lock_guard lock(mutex_);
+  answerObserver_ = std::move(shared);
+}
+
 std::vector<hostref::SentRequest> Platform::Sent() {
   std::lock_guard lock(mutex_);
   return sent_;
@@ -175,16 +186,41 @@ void Platform::Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& cha
   const Answer answer = settings_.AnswerFor(channel->request.devIdno);
   const FUNNormalCmdCB callback = channel->callback;
   void* const user = channel->user;
+  const std::shared_ptr<const AnswerObserver> observer = answerObserver_;
   lock.unlock();
   Guarded("hostnet answer", [&] {
     const ReplyText text = answer.Text(channel->request);
-    if (callback) callback(answer.status, text ? text->c_str() : nullptr, user);
+    const char* reply = text ? text->c_str() : nullptr;
+    for (int call = 0; call < (answer.twice ? 2 : 1); ++call) {
+      if (observer && *observer) (*observer)(channel->request, answer.status, reply);
+      if (callback) callback(answer.status, reply, user);
+    }
   });
   lock.lock();
-  channel->stage = Stage::Done;
   channel->runner = {};
   --running_;
+  channel->stage = Stage::Done;
   done_.notify_all();
+}
+
+// Tells the fault observer without holding the lock; the caller returns right after.
+void Platform::ReportFault(std::unique_lock<std::mutex>& lock, const std::string& devIdno, const char* step) {
+  const std::shared_ptr<const FaultObserver> observer = faultObserver_;
+  const std::string device = devIdno;
+  lock.unlock();
+  if (observer && *observer) Guarded("hostnet fault observer", [&] { (*observer)(device, step); });
+}
+
+void Platform::SetFaultObserver(FaultObserver observer) {
+  auto shared = std::make_shared<const FaultObserver>(std::move(observer));
+  std::lock_guard lock(mutex_);
+  faultObserver_ = std::move(shared);
+}
+
+void Platform::Hold(const ChannelPtr& channel) {
+  channel->stage = Stage::Held;
+  channel->heldKey = nextOrder_++;
+  held_.emplace(channel->heldKey, channel);
 }
 
 void Platform::Schedule(const ChannelPtr& channel, Clock::time_point due) {

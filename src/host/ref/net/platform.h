@@ -34,6 +34,8 @@ namespace netsim {
 using Clock = std::chrono::steady_clock;
 using TimedKey = std::pair<Clock::time_point, uint64_t>;  // due time, start order
 using OpenObserver = std::function<void(const hostref::SentRequest&)>;
+using AnswerObserver = hostref::net::AnswerObserver;
+using FaultObserver = std::function<void(const std::string& devIdno, const char* step)>;
 
 struct Channel {
   enum class Stage { Open, Timed, Held, Running, Done };
@@ -79,6 +81,8 @@ class Platform {
     return body(settings_);
   }
   void SetOpenObserver(OpenObserver observer);
+  void SetAnswerObserver(AnswerObserver observer);
+  void SetFaultObserver(FaultObserver observer);
   std::vector<hostref::SentRequest> Sent();
   void ClearSent();
   size_t OpenChannels();
@@ -89,6 +93,7 @@ class Platform {
   void Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& channel);
   void Schedule(const ChannelPtr& channel, Clock::time_point due);
   void Drop(Channel& channel);
+  void Hold(const ChannelPtr& channel);
   ChannelPtr Find(NETHANDLE handle) const;
   void WaitDone(std::unique_lock<std::mutex>& lock, const Channel& channel);
 
@@ -97,6 +102,9 @@ class Platform {
   std::condition_variable done_;  // an answer was delivered or dropped
   Settings settings_;
   std::shared_ptr<const OpenObserver> observer_;
+  std::shared_ptr<const AnswerObserver> answerObserver_;
+  std::shared_ptr<const FaultObserver> faultObserver_;
+  void ReportFault(std::unique_lock<std::mutex>& lock, const std::string& devIdno, const char* step);
   std::unordered_map<NETHANDLE, ChannelPtr> channels_;
   std::map<TimedKey, ChannelPtr> timed_;
   std::map<uint64_t, ChannelPtr> held_;

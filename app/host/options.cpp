@@ -1,0 +1,91 @@
+#include "options.h"
+
+#include <getopt.h>
+
+#include "paths.h"
+
+namespace {
+enum : int { kOptFixedTime = 1000, kOptDemo, kOptLang, kOptPlugin, kOptData, kOptCommandsMarkdown };
+
+constexpr option kOptions[] = {
+    {"script", required_argument, nullptr, 's'},
+    {"demo", no_argument, nullptr, kOptDemo},
+    {"fixed-time", no_argument, nullptr, kOptFixedTime},
+    {"lang", required_argument, nullptr, kOptLang},
+    {"plugin", required_argument, nullptr, kOptPlugin},
+    {"data", required_argument, nullptr, kOptData},
+    {"help", no_argument, nullptr, 'h'},
+    {"version", no_argument, nullptr, 'V'},
+    {"commands-markdown", no_argument, nullptr, kOptCommandsMarkdown},
+    {nullptr, 0, nullptr, 0},
+};
+
+std::string Fail(CommandLine& line, const std::string& what) {
+  line.action = CommandLine::Action::Fail;
+  line.error = what + " (fleetcmd-host --help lists the options)";
+  return line.error;
+}
+}  // namespace
+
+CommandLine ParseCommandLine(int argc, char** argv) {
+  CommandLine line;
+  line.host.pluginPath = paths::DefaultPlugin();
+  line.host.languageFile = paths::DefaultLanguageFile();
+  opterr = 0;  // the messages below name the option and what to do
+  optind = 1;
+  for (;;) {
+    const int previous = optind;
+    const int c = getopt_long(argc, argv, ":s:hV", kOptions, nullptr);
+    if (c == -1) break;
+    const std::string given = argv[previous < argc ? previous : argc - 1];
+    switch (c) {
+      case 's': line.script = optarg; break;
+      case kOptDemo: line.demo = true; break;
+      case kOptFixedTime: line.host.fixedTime = true; break;
+      case kOptLang: line.host.languageFile = optarg; break;
+      case kOptPlugin: line.host.pluginPath = optarg; break;
+      case kOptData:
+        line.host.dataDir = optarg;
+        line.dataGiven = true;
+        break;
+      case 'h': line.action = CommandLine::Action::Help; return line;
+      case 'V': line.action = CommandLine::Action::Version; return line;
+      case kOptCommandsMarkdown: line.action = CommandLine::Action::CommandsMarkdown; return line;
+      case ':': Fail(line, "option " + given + " needs a value"); return line;
+      default: Fail(line, "unknown option " + given); return line;
+    }
+  }
+  if (optind < argc) Fail(line, std::string("unexpected argument ") + argv[optind]);
+  else if (line.demo && !line.script.empty()) Fail(line, "--demo and --script cannot go together");
+  return line;
+}
+
+std::string HelpText() {
+  return "Usage: fleetcmd-host [OPTION]...\n"
+         "Load the fleetcmd plug-in into a simulated vehicle-monitoring host and drive it\n"
+         "with a script, the built-in demo, or an interactive prompt.\n"
+         "\n"
+         "Without --script or --demo: the prompt when standard input is a terminal,\n"
+         "otherwise the script on standard input.\n"
+         "\n"
+         "Options:\n"
+         "  -s, --script=FILE    run the script FILE ('-' for standard input)\n"
+         "      --demo           run the built-in demo script\n"
+         "      --fixed-time     pin the clock, so a script prints the same lines on every\n"
+         "                       run; the store is a fresh temporary directory unless\n"
+         "                       --data is given\n"
+         "      --lang=FILE      the language file (default: en.ini of share/fleetcmd/lang\n"
+         "                       beside the program, or of data/lang in a build tree)\n"
+         "      --plugin=FILE    load another build of the plug-in\n"
+         "      --data=DIR       keep configuration and remembered inputs in DIR\n"
+         "                       (default: $XDG_DATA_HOME/fleetcmd or ~/.local/share/fleetcmd)\n"
+         "  -h, --help           show this help and exit\n"
+         "  -V, --version        show the version and exit\n"
+         "      --commands-markdown  print the command tables of the scripting guide\n"
+         "\n"
+         "At the prompt, 'help' lists the commands and 'help COMMAND' explains one.\n"
+         "The exit status is 0 when every line ran, 1 when a line failed, 2 for a bad\n"
+         "command line or a host that cannot start.\n";
+}
+
+std::string VersionText() { return "fleetcmd-host " FC_VERSION "\n"; }

@@ -1,0 +1,27 @@
+# The command tables of docs/scripting.md are the host's own table
+# (fleetcmd-host --commands-markdown), between the marks "commands begin"
+# and "commands end". With UPDATE set, rewrites them in the guide.
+execute_process(COMMAND ${HOST} --commands-markdown OUTPUT_VARIABLE tables RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "fleetcmd-host --commands-markdown exited with ${result}")
+endif()
+file(READ ${GUIDE} guide)
+set(begin "<!-- commands begin -->\n")
+set(end "<!-- commands end -->")
+string(FIND "${guide}" "${begin}" first)
+string(FIND "${guide}" "${end}" last)
+if(first EQUAL -1 OR last EQUAL -1)
+  message(FATAL_ERROR "${GUIDE} lacks the marks around the command tables")
+endif()
+string(LENGTH "${begin}" length)
+math(EXPR first "${first} + ${length}")
+math(EXPR count "${last} - ${first}")
+string(SUBSTRING "${guide}" ${first} ${count} current)
+if(UPDATE)
+  string(SUBSTRING "${guide}" 0 ${first} before)
+  string(SUBSTRING "${guide}" ${last} -1 after)
+  file(WRITE ${GUIDE} "${before}${tables}${after}")
+elseif(NOT current STREQUAL tables)
+  message(FATAL_ERROR "the command tables of ${GUIDE} differ from fleetcmd-host --commands-markdown; "
+                      "rewrite them with: cmake -DHOST=${HOST} -DGUIDE=${GUIDE} -DUPDATE=1 -P ${CMAKE_CURRENT_LIST_FILE}")
+endif()
