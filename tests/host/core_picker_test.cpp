@@ -43,6 +43,32 @@ TEST(Picker, AnswerIsConsumedByOneStartAndTheRecordIsCopied) {
   EXPECT_EQ(hostref::PickerRuns(), runsBefore + 3);
 }
 
+TEST(Picker, PromptAnswersWhenNothingWasSetBeforehand) {
+  std::unique_ptr<CDevListDataBase, PickerDeleter> picker(CreateDevListObject());
+  int prompted = 0;
+  std::optional<std::vector<int>> choice = std::vector<int>{5};
+  hostref::SetPickerPrompt([&] {
+    ++prompted;
+    // The prompt runs without the picker's lock: it may itself ask the picker world.
+    hostref::PickerRuns();
+    return choice;
+  });
+  hostref::SetPickerAnswer(std::vector<int>{2});
+  EXPECT_EQ(picker->Start(), 1);
+  EXPECT_EQ(prompted, 0) << "an answer set beforehand wins";
+  EXPECT_EQ(picker->Start(), 1);
+  int* ids = nullptr;
+  int count = 0;
+  picker->GetMultiVehiID(&ids, &count);
+  ASSERT_EQ(count, 1);
+  EXPECT_EQ(ids[0], 5);
+  LIBCOMMON_Release(ids);
+  choice = std::nullopt;
+  EXPECT_EQ(picker->Start(), 0) << "the user cancelled";
+  EXPECT_EQ(prompted, 2);
+  hostref::SetPickerPrompt(nullptr);
+}
+
 TEST(Tips, RecordedAndPassedToTheSink) {
   hostref::ClearTips();
   std::vector<std::string> seen;

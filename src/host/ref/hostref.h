@@ -54,6 +54,9 @@ void SetTipSink(std::function<void(const Tip&)> sink);
 // The answer of the device picker's next Start: device ids, or nullopt to cancel.
 // Without an answer the picker cancels.
 void SetPickerAnswer(std::optional<std::vector<int>> deviceIds);
+// Without an answer, the picker asks this prompt (a desktop program shows the
+// fleet with check boxes): device ids, or nullopt when the user cancels.
+void SetPickerPrompt(std::function<std::optional<std::vector<int>>()> prompt);
 // The parameter record given to the last picker.
 std::vector<uint8_t> LastPickerParam();
 int PickerRuns();

@@ -1,8 +1,9 @@
-// The host's device picker: instead of a modal tree of vehicles it answers
-// with what the reference host said beforehand (SetPickerAnswer), once, and
-// remembers the parameter record it was given.
+// The host's device picker: it answers with what the reference host said
+// beforehand (SetPickerAnswer), once, or else with what the prompt of a
+// desktop program returns; and remembers the parameter record it was given.
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -17,6 +18,7 @@ constexpr int kConfirmed = 1, kCancelled = 0;
 struct PickerWorld {
   std::mutex mutex;
   std::optional<std::vector<int>> answer;
+  std::function<std::optional<std::vector<int>>()> prompt;
   std::vector<uint8_t> lastParam;
   int runs = 0;
 };
@@ -37,10 +39,17 @@ class DevicePicker : public CDevListDataBase {
   }
 
   int Start() override {
-    std::lock_guard lock(World().mutex);
-    ++World().runs;
-    chosen_.clear();
-    std::optional<std::vector<int>> answer = std::exchange(World().answer, std::nullopt);
+    std::optional<std::vector<int>> answer;
+    std::function<std::optional<std::vector<int>>()> prompt;
+    {
+      std::lock_guard lock(World().mutex);
+      ++World().runs;
+      chosen_.clear();
+      answer = std::exchange(World().answer, std::nullopt);
+      if (!answer) prompt = World().prompt;
+    }
+    // The prompt runs a dialog of its own: no lock held while the user chooses.
+    if (!answer && prompt) answer = prompt();
     if (!answer) return kCancelled;
     chosen_ = std::move(*answer);
     return kConfirmed;
@@ -73,6 +82,11 @@ namespace hostref {
 void SetPickerAnswer(std::optional<std::vector<int>> deviceIds) {
   std::lock_guard lock(World().mutex);
   World().answer = std::move(deviceIds);
+}
+
+void SetPickerPrompt(std::function<std::optional<std::vector<int>>()> prompt) {
+  std::lock_guard lock(World().mutex);
+  World().prompt = std::move(prompt);
 }
 
 std::vector<uint8_t> LastPickerParam() {
