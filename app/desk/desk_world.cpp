@@ -12,7 +12,8 @@
 
 namespace desk {
 namespace {
-constexpr RECT kFrameRect{0, 0, 900, 600};
+// Room the host's frame keeps around a vehicle function window (the window fits itself below t(30), above 8).
+constexpr int kFrameTop = 30, kFrameBottom = 8;
 
 std::function<void(int, const std::string&)>& PointQueryObserver() {
   static std::function<void(int, const std::string&)> observer;
@@ -106,8 +107,7 @@ VehicleWindow* DeskWorld::OpenVehicleWindow(int functionType, std::string* error
   vehicle->functionType = functionType;
   vehicle->frame = std::make_unique<HostMainWindow>();
   const int32_t type = functionType;
-  const RECT rect{0, 0, std::max<int>(Api().GetWindowWidth(&type), kFrameRect.right),
-                  std::max<int>(Api().GetWindowHeight(&type), kFrameRect.bottom)};
+  const RECT rect{0, 0, Api().GetWindowWidth(&type) + 2, Api().GetWindowHeight(&type) + plat::t(kFrameTop) + kFrameBottom};
   vehicle->frame->Create(nullptr, 0, "", rect);
   if (Api().CreateWindow(Handle(*vehicle->frame), &vehicle->window, functionType) != 0 || !vehicle->window) {
     if (error) *error = "no vehicle function window for function " + std::to_string(functionType);
@@ -117,6 +117,11 @@ VehicleWindow* DeskWorld::OpenVehicleWindow(int functionType, std::string* error
   vehicles_.push_back(std::move(vehicle));
   if (vehicleObserver_) vehicleObserver_(vehicles_.back().get(), true);
   return vehicles_.back().get();
+}
+
+void DeskWorld::ResizeVehicleWindow(VehicleWindow* window, int width, int height) {
+  window->frame->MoveWindow({0, 0, width, height});
+  Api().MoveWindow(window->window);
 }
 
 void DeskWorld::CloseVehicleWindow(VehicleWindow* window) {

@@ -54,6 +54,7 @@ class DeskWorld {
   // Vehicle function windows, each in a frame of its own.
   VehicleWindow* OpenVehicleWindow(int functionType, std::string* error);
   void CloseVehicleWindow(VehicleWindow* window);
+  void ResizeVehicleWindow(VehicleWindow* window, int width, int height);
   // Tells the host about vehicle windows opened and closed (the desk shows them).
   void SetVehicleWindowObserver(std::function<void(VehicleWindow*, bool opened)> observer) {
     vehicleObserver_ = std::move(observer);

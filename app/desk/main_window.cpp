@@ -30,18 +30,26 @@ struct Language {
 };
 constexpr Language kLanguages[] = {{"English", FC_DATA_DIR "/lang/en.ini"}, {"中文", FC_DATA_DIR "/lang/zh-CN.ini"}};
 
-// A vehicle function window's frame: closing it closes the plug-in's window.
+// A vehicle function window's frame: resizing it fits the plug-in's window
+// again, closing it closes the plug-in's window.
 class VehicleFrame : public QWidget {
  public:
-  VehicleFrame(std::function<void()> onClose) : QWidget(nullptr, Qt::Window), onClose_(std::move(onClose)) {}
+  VehicleFrame(std::function<void(QSize)> onResize, std::function<void()> onClose)
+      : QWidget(nullptr, Qt::Window), onResize_(std::move(onResize)), onClose_(std::move(onClose)) {}
 
  protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QWidget::resizeEvent(event);
+    if (onResize_) onResize_(size());
+  }
   void closeEvent(QCloseEvent* event) override {
     event->ignore();
+    onResize_ = nullptr;
     if (auto close = std::exchange(onClose_, nullptr)) close();
   }
 
  private:
+  std::function<void(QSize)> onResize_;
   std::function<void()> onClose_;
 };
 }  // namespace
@@ -109,7 +117,13 @@ MainWindow::MainWindow(DeskWorld& world, QWidget* parent)
       }
       return;
     }
-    auto* frame = new VehicleFrame([this, vehicle] { world_.CloseVehicleWindow(vehicle); });
+    auto* frame = new VehicleFrame(
+        [this, vehicle](QSize size) {
+          world_.ResizeVehicleWindow(vehicle, size.width(), size.height());
+          if (QWidget* content = WidgetOf(vehicle->frame.get())) content->setGeometry(0, 0, size.width(), size.height());
+          views_.Flush();
+        },
+        [this, vehicle] { world_.CloseVehicleWindow(vehicle); });
     frame->setObjectName(QStringLiteral("vehicle"));
     frame->setWindowTitle(tr("Vehicle function window %1").arg(vehicle->functionType));
     const RECT r = vehicle->frame->GetRect();
