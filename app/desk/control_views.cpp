@@ -210,6 +210,8 @@ class ListViewView : public View {
     view_->setRootIsDecorated(false);
     view_->setUniformRowHeights(true);
     view_->setAlternatingRowColors(true);
+    // Cells are cut, not elided: eliding lays every cell's text out twice, the main cost of a scrolled page.
+    view_->setTextElideMode(Qt::ElideNone);
     view_->setSelectionBehavior(QAbstractItemView::SelectRows);
     view_->setSelectionMode(QAbstractItemView::SingleSelection);
     view_->setContextMenuPolicy(Qt::CustomContextMenu);
