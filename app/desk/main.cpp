@@ -56,7 +56,8 @@ int main(int argc, char** argv) {
       });
     }
     result = app.exec();
+    // The world stops while its views still listen: the network threads are done before the loop driver goes.
+    world.Stop();
   }
-  world.Stop();
   return result;
 }

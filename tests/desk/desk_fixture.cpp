@@ -27,9 +27,10 @@ bool DeskFixture::Start(const std::string& languageFile, int delayMs) {
 }
 
 void DeskFixture::Stop() {
-  window_.reset();
+  // The network threads are done before the loop driver that they wake goes.
   if (started_) world_.Stop();
   started_ = false;
+  window_.reset();
 }
 
 bool DeskFixture::WaitFor(const std::function<bool()>& done, int limitMs) {
