@@ -1,8 +1,9 @@
 // fleetcmd-desk: the plug-in's pages in a desktop window, on the built-in
 // fleet and simulated terminals.
 //
-//   fleetcmd-desk [--lang FILE] [--plugin FILE] [--delay MS] [--screenshot PNG]
+//   fleetcmd-desk [--lang FILE] [--plugin FILE] [--delay MS] [--dpi N] [--screenshot PNG]
 //
+// --dpi scales the pages as on a screen of that many dots per inch (s(n), t(n));
 // --screenshot saves a picture of the window once it is shown, and quits.
 #include <QApplication>
 #include <QFont>
@@ -12,6 +13,7 @@
 
 #include "desk_world.h"
 #include "fleet.h"
+#include "platform/window.h"
 #include "main_window.h"
 
 namespace {
@@ -29,8 +31,9 @@ int main(int argc, char** argv) {
     else if (args[i] == "--plugin" && hasValue) options.pluginPath = args[++i].toStdString();
     else if (args[i] == "--delay" && hasValue) options.delayMs = args[++i].toInt();
     else if (args[i] == "--screenshot" && hasValue) screenshot = args[++i];
+    else if (args[i] == "--dpi" && hasValue) plat::SetDpi(args[++i].toInt());
     else {
-      std::fprintf(stderr, "usage: fleetcmd-desk [--lang FILE] [--plugin FILE] [--delay MS] [--screenshot PNG]\n");
+      std::fprintf(stderr, "usage: fleetcmd-desk [--lang FILE] [--plugin FILE] [--delay MS] [--dpi N] [--screenshot PNG]\n");
       return 2;
     }
   }

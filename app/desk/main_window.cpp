@@ -97,6 +97,7 @@ MainWindow::MainWindow(DeskWorld& world, QWidget* parent)
   auto* dock = new QDockWidget(tr("Messages"), this);
   dock->setObjectName(QStringLiteral("messages"));
   log_ = new QPlainTextEdit(dock);
+  log_->setObjectName(QStringLiteral("messages"));
   log_->setReadOnly(true);
   log_->setMaximumBlockCount(1000);
   dock->setWidget(log_);

@@ -134,6 +134,17 @@ class DeskSendTest : public QObject {
     QVERIFY2(desk_.Tips().empty(), desk_.Tips().empty() ? "" : desk_.Tips().front().text.c_str());
   }
 
+  // A point query's answer shows in the messages pane. (Which device answers is the
+  // plug-in's business: with a device current in the function page window it is that one.)
+  void pointQueryAnswerIsShown() {
+    auto* messages = desk_.Window().findChild<QPlainTextEdit*>(QStringLiteral("messages"));
+    QVERIFY(messages);
+    const QString before = messages->toPlainText();
+    QVERIFY(desk_.World().PointQuery("10003"));
+    QVERIFY(desk_.WaitFor([&] { return messages->toPlainText() != before; }));
+    QVERIFY(messages->isVisible());
+  }
+
   // The result list's menu, then the export's save dialog, as real widgets: the rows end in a workbook.
   void exportThroughTheListMenuAndSaveDialog() {
     plat::Window& funPage = *desk_.World().FunctionPage();

@@ -203,6 +203,18 @@ class DeskViewsTest : public QObject {
     }
   }
 
+  // A control still at its template rectangle is scaled with the screen; one code placed keeps its place.
+  void templateRectanglesScaleWithTheScreen() {
+    plat::SetDpi(120);  // s(n) = 1.25 n, t(n) the mean of n and s(n)
+    form_->GetDlgItem(kLine)->MoveWindow({20, 130, 120, 150});
+    form_->SetItemText(kLabel, "again");  // the label is synced anew, at its template rectangle
+    driver_->Pump();
+    const QRect label = W<QLabel>(kLabel)->geometry(), line = W<QLineEdit>(kLine)->geometry();
+    plat::SetDpi(96);
+    QCOMPARE(label, QRect(13, 11, 250 - 13, 34 - 11));
+    QCOMPARE(line, QRect(20, 130, 100, 20));
+  }
+
   void controlsMadeLaterAreShownAndDestroyedOnesGo() {
     plat::Static late(ControlKind::Static);
     late.Create(form_.get(), 99, "late", {10, 560, 100, 580});
