@@ -62,7 +62,17 @@ ModalHost::~ModalHost() {
 }
 
 void ModalHost::Check() {
-  if (model_ && !model_->IsModalRunning() && isVisible()) done(QDialog::Rejected);
+  if (!model_) return;
+  if (!model_->IsModalRunning() && isVisible()) {
+    done(QDialog::Rejected);
+    return;
+  }
+  // A dialog that sizes itself (an editor growing to its content) takes its frame along.
+  const RECT r = model_->GetRect();
+  if (size() != QSize(r.Width(), r.Height())) {
+    setFixedSize(r.Width(), r.Height());
+    if (View* view = views_.Find(model_)) view->Widget()->setGeometry(0, 0, r.Width(), r.Height());
+  }
 }
 
 void ModalHost::reject() {
