@@ -232,7 +232,11 @@ class ListViewView : public View {
  protected:
   void SyncKind() override {
     auto* model = static_cast<plat::ListView*>(model_);
-    rows_->Refresh();
+    if (!rows_->Refresh()) {
+      // Same counts: the cells on screen are drawn again (a cell is read when drawn), never all 100,000.
+      view_->viewport()->update();
+      view_->header()->viewport()->update();
+    }
     for (int c = 0; c < model->GetColumnCount(); ++c) {
       const int width = model->GetColumn(c).width;
       view_->setColumnHidden(c, width <= 0);

@@ -10,7 +10,7 @@ bool RowsModel::HasCheckBoxes() const {
   return list_ && ((list_->Style() & plat::style::CheckBoxes) || (list_->GetExtendedStyle() & kExCheckBoxes));
 }
 
-void RowsModel::Refresh() {
+bool RowsModel::Refresh() {
   const int rows = list_ ? list_->GetItemCount() : 0;
   const int columns = list_ ? std::max(list_->GetColumnCount(), rows > 0 ? 1 : 0) : 0;
   if (rows != rows_ || columns != columns_) {
@@ -18,10 +18,9 @@ void RowsModel::Refresh() {
     rows_ = rows;
     columns_ = columns;
     endResetModel();
-    return;
+    return true;
   }
-  if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
-  if (columns_ > 0) emit headerDataChanged(Qt::Horizontal, 0, columns_ - 1);
+  return false;
 }
 
 int RowsModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }

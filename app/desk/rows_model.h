@@ -13,8 +13,9 @@ class RowsModel : public QAbstractTableModel {
  public:
   explicit RowsModel(plat::ListView& list, QObject* parent = nullptr) : QAbstractTableModel(parent), list_(&list) {}
   void Detach() { list_ = nullptr; }
-  // Reads the list again: counts changed means a reset, else a redraw of every cell.
-  void Refresh();
+  // Reads the list's counts again: true when they changed (the model was reset).
+  // Otherwise the cells are read live, so the view only needs to draw again.
+  bool Refresh();
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
