@@ -30,6 +30,7 @@ constexpr int kColumns = 8;
 // Generous bounds for a shared CI machine; the measured times are printed.
 constexpr qint64 kFillLimitMs = 2000;
 constexpr int kScrollSteps = 200;
+constexpr int kAnswers = 50;
 // A page drawn well within a tenth of a second, even on a loaded CI machine.
 constexpr double kFrameLimitMs = 50.0;
 
@@ -213,11 +214,13 @@ class DeskSendTest : public QObject {
     QCOMPARE(view->model()->rowCount(), kManyRows);
     const int pages = ScrollThrough(*view);
     const qint64 scrollMs = timer.restart();
-    // An answer changes one cell of a full list: one pump and one draw.
-    list.SetItemText(0, 4, "answered");
-    desk_.Window().Pump();
-    view->viewport()->repaint();
-    const qint64 oneCellMs = timer.restart();
+    // An answer changes one cell of a full list: one pump and one draw, timed over several answers.
+    for (int answer = 0; answer < kAnswers; ++answer) {
+      list.SetItemText(answer, 4, "answered");
+      desk_.Window().Pump();
+      view->viewport()->repaint();
+    }
+    const double oneCellMs = double(timer.restart()) / kAnswers;
     QCOMPARE(view->model()->index(0, 4).data().toString(), QStringLiteral("answered"));
 
     // A tick in the widget is the user's check of the row in the model.
@@ -235,12 +238,12 @@ class DeskSendTest : public QObject {
     const qint64 virtualScrollMs = timer.restart();
 
     qInfo("100,000 stored rows: model %lld ms, shown %lld ms, %d pages scrolled and drawn in %lld ms (%.2f ms a page), "
-          "one cell changed and drawn in %lld ms",
+          "one cell changed and drawn in %.2f ms",
           modelMs, showMs, pages, scrollMs, double(scrollMs) / pages, oneCellMs);
     qInfo("100,000 virtual rows: shown %lld ms, %d pages scrolled and drawn in %lld ms (%.2f ms a page)", virtualShowMs,
           virtualPages, virtualScrollMs, double(virtualScrollMs) / virtualPages);
     QVERIFY2(showMs < kFillLimitMs && virtualShowMs < kFillLimitMs, "showing 100,000 rows is slow");
-    QVERIFY2(double(oneCellMs) < kFrameLimitMs, "a changed cell redraws more than the screen");
+    QVERIFY2(oneCellMs < kFrameLimitMs, "a changed cell redraws more than the screen");
     QVERIFY2(pages >= kScrollSteps && virtualPages >= kScrollSteps, "the list did not scroll through its rows");
     QVERIFY2(double(scrollMs) / pages < kFrameLimitMs && double(virtualScrollMs) / virtualPages < kFrameLimitMs,
              "scrolling 100,000 rows is slow");
