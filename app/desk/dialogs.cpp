@@ -85,16 +85,19 @@ void ModalHost::reject() {
 
 // ---- Dialogs ------------------------------------------------------------------
 
-Dialogs::Dialogs(ViewRegistry& views) : views_(views), presenter_(&ShowTipBox) {
+Dialogs::Dialogs(ViewRegistry& views)
+    : views_(views), presenter_(std::make_shared<std::function<void(const hostref::Tip&)>>(&ShowTipBox)) {
   plat::modal::SetObserver([this](plat::Dialog& dialog) { RunModal(dialog); });
   plat::menu::SetObserver(&ShowMenu);
-  hostref::SetTipSink([this](const hostref::Tip& tip) {
-    // A tip from a network thread waits for the UI thread.
+  hostref::SetTipSink([presenter = std::weak_ptr(presenter_)](const hostref::Tip& tip) {
+    // A tip from a network thread waits for the UI thread (and is dropped when the desk is gone by then).
     if (QThread::currentThread() != qApp->thread()) {
-      QMetaObject::invokeMethod(qApp, [this, tip] { presenter_(tip); }, Qt::QueuedConnection);
+      QMetaObject::invokeMethod(qApp, [presenter, tip] {
+        if (auto show = presenter.lock()) (*show)(tip);
+      }, Qt::QueuedConnection);
       return;
     }
-    presenter_(tip);
+    if (auto show = presenter.lock()) (*show)(tip);
   });
   hostref::SetPickerPrompt([] { return PickDevices(ActiveWindow()); });
 }
@@ -107,7 +110,7 @@ Dialogs::~Dialogs() {
 }
 
 void Dialogs::SetTipPresenter(std::function<void(const hostref::Tip&)> presenter) {
-  presenter_ = presenter ? std::move(presenter) : std::function<void(const hostref::Tip&)>(&ShowTipBox);
+  *presenter_ = presenter ? std::move(presenter) : std::function<void(const hostref::Tip&)>(&ShowTipBox);
 }
 
 void Dialogs::RunModal(plat::Dialog& dialog) {

@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QPointer>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -54,7 +55,8 @@ class Dialogs {
   void RunModal(plat::Dialog& dialog);
   ViewRegistry& views_;
   std::vector<QPointer<ModalHost>> open_;
-  std::function<void(const hostref::Tip&)> presenter_;
+  // Shared with the tip sink, which may outlive the desk on a network thread.
+  std::shared_ptr<std::function<void(const hostref::Tip&)>> presenter_;
 };
 
 // The device picker: the fleet's vehicles and devices with check boxes.

@@ -16,9 +16,12 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <QTreeWidget>
+#include <QMessageBox>
 #include <functional>
+#include <thread>
 
 #include "dialogs.h"
+#include "host/hostcore.h"
 #include "loop_driver.h"
 #include "platform/dialog.h"
 #include "platform/loop.h"
@@ -224,6 +227,23 @@ class DeskViewsTest : public QObject {
     const size_t before = views_->ViewCount();
     late.DestroyWindow();
     QCOMPARE(views_->ViewCount(), before - 1);
+  }
+
+  // A tip from a network thread waits for the UI thread, then shows as a message box.
+  void tipFromAnotherThreadIsAMessageBox() {
+    QString shown;
+    auto* poll = new QTimer(this);
+    connect(poll, &QTimer::timeout, this, [&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box || box->objectName() != QStringLiteral("tip")) return;
+      shown = box->text();
+      box->accept();
+    });
+    poll->start(10);
+    std::thread([] { ShowMsgTipEx("device offline", "", 0); }).join();
+    QVERIFY(QTest::qWaitFor([&] { return !shown.isEmpty(); }));
+    delete poll;
+    QCOMPARE(shown, QStringLiteral("device offline"));
   }
 
   void modalDialogRunsAsARealDialog() {
