@@ -49,8 +49,8 @@ QStringList LayoutFaults(DeskFixture& desk, plat::Window& window) {
   const plat::DialogTemplate* tmpl = dialog ? plat::templates::Find(dialog->TemplateId()) : nullptr;
   if (!area || !tmpl) return faults;
   const auto groupOf = [&](int id) {
-    for (const plat::ControlSpec& spec : tmpl->controls) {
-      if (spec.id == id) return spec.layoutGroup;
+    for (const plat::ControlSpec& entry : tmpl->controls) {
+      if (entry.id == id) return entry.layoutGroup;
     }
     return 0;
   };
