@@ -7,7 +7,8 @@ build=${1:-$root/build}
 shift || true
 
 packages=(g++ cmake ninja-build pkg-config libjsoncpp-dev libsqlite3-dev libgtest-dev libgmock-dev
-          libbenchmark-dev libxlsxwriter-dev libminizip-dev libedit-dev help2man tmux)
+          libbenchmark-dev libxlsxwriter-dev libminizip-dev libedit-dev help2man tmux
+          qt6-base-dev fonts-wqy-microhei)  # the last two: the desktop program and its Chinese font
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

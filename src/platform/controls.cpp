@@ -15,6 +15,7 @@ bool Button::Click() {
     ClearGroupSiblings();
     checked_ = true;
   }
+  NotifyChanged();
   NotifyParent(BN_CLICKED);
   return true;
 }
@@ -63,6 +64,7 @@ void Edit::SetRange(int64_t min, int64_t max) {
   hasRange_ = true;
   min_ = min;
   max_ = max;
+  NotifyChanged();
 }
 
 void Edit::SetReadOnly(bool readOnly) {
@@ -130,6 +132,7 @@ bool Edit::UserType(const std::string& text) {
 
 int ComboBox::AddString(const std::string& text) {
   items_.push_back({text, 0});
+  NotifyChanged();
   return GetCount() - 1;
 }
 
@@ -137,6 +140,7 @@ int ComboBox::InsertString(int index, const std::string& text) {
   if (index < 0 || index > GetCount()) index = GetCount();
   items_.insert(items_.begin() + index, Item{text, 0});
   if (sel_ >= index) ++sel_;
+  NotifyChanged();
   return index;
 }
 
@@ -145,16 +149,19 @@ int ComboBox::DeleteString(int index) {
   items_.erase(items_.begin() + index);
   if (sel_ == index) sel_ = -1;
   else if (sel_ > index) --sel_;
+  NotifyChanged();
   return GetCount();
 }
 
 void ComboBox::ResetContent() {
   items_.clear();
   sel_ = -1;
+  NotifyChanged();
 }
 
 int ComboBox::SetCurSel(int index) {
   sel_ = (index >= 0 && index < GetCount()) ? index : -1;
+  NotifyChanged();
   return sel_;
 }
 
@@ -184,6 +191,7 @@ std::string ComboBox::GetWindowText() const { return GetLBText(sel_); }
 bool ComboBox::UserSelect(int index) {
   if (!AcceptsInput() || index < 0 || index >= GetCount()) return false;
   sel_ = index;
+  NotifyChanged();
   NotifyParent(CBN_SELCHANGE);
   return true;
 }
@@ -201,17 +209,20 @@ void ListView::SetRedrawObserver(RedrawObserver observer) { RedrawObserverSlot()
 
 void ListView::RedrawItems(int first, int last) {
   RedrawWindow();
+  NotifyChanged();
   if (auto& observer = RedrawObserverSlot()) observer(*this, first, last);
 }
 
 int ListView::InsertColumn(int index, const std::string& caption, int width) {
   if (index < 0 || index > GetColumnCount()) index = GetColumnCount();
   columns_.insert(columns_.begin() + index, Column{caption, width});
+  NotifyChanged();
   return index;
 }
 
 void ListView::SetColumnWidth(int index, int width) {
   if (index >= 0 && index < GetColumnCount()) columns_[static_cast<size_t>(index)].width = width;
+  NotifyChanged();
 }
 
 ListView::Row* ListView::RowAt(int row) {
@@ -235,6 +246,7 @@ int ListView::InsertItem(int index, const std::string& text) {
   } else {
     rows_.insert(rows_.begin() + index, std::move(row));
   }
+  NotifyChanged();
   return index;
 }
 
@@ -243,6 +255,7 @@ bool ListView::SetItemText(int row, int column, const std::string& text) {
   if (!r || column < 0) return false;
   if (static_cast<size_t>(column) >= r->cells.size()) r->cells.resize(static_cast<size_t>(column) + 1);
   r->cells[static_cast<size_t>(column)] = text;
+  NotifyChanged();
   return true;
 }
 
@@ -258,12 +271,14 @@ std::string ListView::GetItemText(int row, int column) const {
 bool ListView::DeleteItem(int row) {
   if (!RowAt(row)) return false;
   rows_.erase(rows_.begin() + row);
+  NotifyChanged();
   return true;
 }
 
 void ListView::DeleteAllItems() {
   rows_.clear();
   if (virtualCount_ >= 0) virtualCount_ = 0;
+  NotifyChanged();
 }
 
 int ListView::GetItemCount() const { return virtualCount_ >= 0 ? virtualCount_ : static_cast<int>(rows_.size()); }
@@ -284,6 +299,7 @@ bool ListView::SetCheck(int row, bool checked) {
   Row* r = RowAt(row);
   if (!r) return false;
   r->checked = checked;
+  NotifyChanged();
   return true;
 }
 
@@ -296,6 +312,7 @@ bool ListView::SetSelected(int row, bool selected) {
   Row* r = RowAt(row);
   if (!r) return false;
   r->selected = selected;
+  NotifyChanged();
   return true;
 }
 
@@ -324,6 +341,7 @@ void ListView::SetItemCountEx(int count, CellSource source) {
   rows_.resize(static_cast<size_t>(std::max(count, 0)));
   virtualCount_ = std::max(count, 0);
   source_ = std::move(source);
+  NotifyChanged();
 }
 
 bool ListView::UserClick(int row) {
@@ -331,6 +349,7 @@ bool ListView::UserClick(int row) {
   for (auto& r : rows_) r.selected = false;
   Row* clicked = RowAt(row);
   if (clicked) clicked->selected = true;
+  NotifyChanged();
   // A click below the rows is on no row.
   NotifyParentItem(LVN_ITEMCHANGED, clicked ? row : -1, true);
   return true;
@@ -371,6 +390,7 @@ HTREEITEM TreeView::InsertItem(const std::string& text, int image, uintptr_t dat
   } else {
     items_[static_cast<size_t>(parent - 1)].children.push_back(handle);
   }
+  NotifyChanged();
   return handle;
 }
 
@@ -378,6 +398,7 @@ void TreeView::DeleteAllItems() {
   items_.clear();
   topLevel_.clear();
   selected_ = 0;
+  NotifyChanged();
 }
 
 HTREEITEM TreeView::GetChildItem(HTREEITEM item) const {
@@ -417,6 +438,7 @@ int TreeView::GetItemImage(HTREEITEM item) const {
 bool TreeView::Expand(HTREEITEM item, bool expand) {
   if (!Find(item)) return false;
   items_[static_cast<size_t>(item - 1)].expanded = expand;
+  NotifyChanged();
   return true;
 }
 
@@ -429,6 +451,7 @@ bool TreeView::Select(HTREEITEM item, bool byUser) {
   if (item != 0 && !Find(item)) return false;
   if (item == selected_) return true;
   selected_ = item;
+  NotifyChanged();
   NotifyParentItem(TVN_SELCHANGED, item, byUser);
   return true;
 }
@@ -495,6 +518,7 @@ std::string DateTimePicker::GetWindowText() const { return FormatPickerTime(time
 bool DateTimePicker::UserSetTime(const SYSTEMTIME& time) {
   if (!AcceptsInput()) return false;
   time_ = time;
+  NotifyChanged();
   NotifyParent(DTN_DATETIMECHANGE);
   return true;
 }
@@ -511,6 +535,7 @@ int Spin::GetPos() const {
 
 void Spin::SetPos(int pos) {
   pos_ = std::clamp(pos, std::min(low_, high_), std::max(low_, high_));
+  NotifyChanged();
   if (buddy_) buddy_->SetWindowText(std::to_string(pos_));
 }
 

@@ -69,7 +69,10 @@ class Button : public Control {
   explicit Button(ControlKind kind) : Control(kind) {}
   int GetCheck() const { return checked_ ? 1 : 0; }
   // Code's check; for a radio button, the others of its group are left alone.
-  void SetCheck(int check) { checked_ = check != 0; }
+  void SetCheck(int check) {
+    checked_ = check != 0;
+    NotifyChanged();
+  }
   // The user clicks: a check box toggles, a radio button is checked and the
   // others of its group cleared; the parent is told. False when refused.
   bool Click();
@@ -92,7 +95,10 @@ class Edit : public Control {
   // False when refused (disabled, read-only, or out of the number range).
   bool UserType(const std::string& text);
   // Character limit (0 = none).
-  void SetLimitText(size_t chars) { limit_ = chars; }
+  void SetLimitText(size_t chars) {
+    limit_ = chars;
+    NotifyChanged();
+  }
   size_t GetLimitText() const { return limit_; }
   // A bounded number box: typed values above max (or below min) are refused.
   void SetRange(int64_t min, int64_t max);
@@ -156,7 +162,10 @@ class ListView : public Control {
   int GetColumnCount() const { return static_cast<int>(columns_.size()); }
   const Column& GetColumn(int index) const { return columns_.at(static_cast<size_t>(index)); }
   void SetColumnWidth(int index, int width);
-  void SetExtendedStyle(uint32_t exStyle) { exStyle_ = exStyle; }
+  void SetExtendedStyle(uint32_t exStyle) {
+    exStyle_ = exStyle;
+    NotifyChanged();
+  }
   uint32_t GetExtendedStyle() const { return exStyle_; }
 
   // Rows. Inserting at the top is constant time, so a list of many rows that
@@ -244,7 +253,10 @@ class TreeView : public Control {
   // Items in display order (depth first), for views and tests.
   std::vector<HTREEITEM> Walk() const;
   int Depth(HTREEITEM item) const;
-  void SetImageList(const ImageList& images) { images_ = images; }
+  void SetImageList(const ImageList& images) {
+    images_ = images;
+    NotifyChanged();
+  }
   const ImageList& GetImageList() const { return images_; }
 
  private:
@@ -270,8 +282,14 @@ class DateTimePicker : public Control {
  public:
   explicit DateTimePicker(ControlKind kind) : Control(kind) {}
   SYSTEMTIME GetTime() const { return time_; }
-  void SetTime(const SYSTEMTIME& time) { time_ = time; }
-  void SetFormat(const std::string& format) { format_ = format; }
+  void SetTime(const SYSTEMTIME& time) {
+    time_ = time;
+    NotifyChanged();
+  }
+  void SetFormat(const std::string& format) {
+    format_ = format;
+    NotifyChanged();
+  }
   const std::string& GetFormat() const { return format_; }
   std::string GetWindowText() const override;
   bool UserSetTime(const SYSTEMTIME& time);
@@ -286,7 +304,10 @@ std::string FormatPickerTime(const SYSTEMTIME& time, const std::string& format);
 class Spin : public Control {
  public:
   Spin() : Control(ControlKind::Spin) {}
-  void SetRange32(int low, int high) { low_ = low, high_ = high; }
+  void SetRange32(int low, int high) {
+    low_ = low, high_ = high;
+    NotifyChanged();
+  }
   int Low() const { return low_; }
   int High() const { return high_; }
   void SetBuddy(Edit* buddy) { buddy_ = buddy; }

@@ -127,6 +127,7 @@ int Dialog::DoModal(Window* owner) {
 void Dialog::EndDialog(int result) {
   result_ = result;
   modal_ = false;
+  NotifyChanged();
 }
 
 void Dialog::SetItemText(int id, const std::string& text) {

@@ -24,12 +24,20 @@ void MessageLoop::SetClock(Clock* clock) { clock_ = clock ? clock : &g_steadyClo
 Clock& MessageLoop::GetClock() const { return *clock_; }
 
 bool MessageLoop::Post(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+  std::function<void()> wake;
   {
     std::lock_guard lock(mutex_);
     if (!windows_.count(reinterpret_cast<uintptr_t>(hwnd))) return false;
     queue_.push_back({hwnd, msg, wParam, lParam});
+    wake = wake_;
   }
+  if (wake) wake();
   return true;
+}
+
+void MessageLoop::SetWakeHook(std::function<void()> hook) {
+  std::lock_guard lock(mutex_);
+  wake_ = std::move(hook);
 }
 
 LRESULT MessageLoop::Send(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
@@ -39,8 +47,13 @@ LRESULT MessageLoop::Send(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
 
 void MessageLoop::SetTimer(HWND hwnd, UINT_PTR id, UINT periodMs) {
   periodMs = std::max(periodMs, kMinTimerPeriodMs);
-  std::lock_guard lock(mutex_);
-  timers_[{hwnd, id}] = Timer{clock_->NowMs() + periodMs, timerOrder_++, periodMs};
+  std::function<void()> wake;
+  {
+    std::lock_guard lock(mutex_);
+    timers_[{hwnd, id}] = Timer{clock_->NowMs() + periodMs, timerOrder_++, periodMs};
+    wake = wake_;
+  }
+  if (wake) wake();
 }
 
 bool MessageLoop::KillTimer(HWND hwnd, UINT_PTR id) {

@@ -14,10 +14,15 @@
 //   now, until none is left, and returns how many it handled.
 // - RunFor(ms) on a manual clock advances time timer by timer, dispatching at
 //   each step, so a test can run several seconds of pacing instantly.
+// - A program that drives the loop from a toolkit's own event loop sets a wake
+//   hook: it runs after every Post (on the posting thread, no lock held) and
+//   every SetTimer, and must only schedule a RunPending on the UI thread; the
+//   program then waits until NextTimerDue() on the real clock.
 #pragma once
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -55,7 +60,7 @@ class MessageLoop {
   // or until maxMs of clock time have passed. True when it went idle.
   bool RunUntilIdle(uint64_t maxMs);
   bool HasPosted() const;
-
+  void SetWakeHook(std::function<void()> hook);
 
   // Window registry (used by Window).
   HWND Register(Window* window);
@@ -90,6 +95,7 @@ class MessageLoop {
   std::map<TimerKey, Timer> timers_;
   uint64_t timerOrder_ = 0;
   Clock* clock_;
+  std::function<void()> wake_;
 };
 
 }  // namespace plat

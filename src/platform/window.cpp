@@ -8,7 +8,18 @@ namespace plat {
 
 namespace {
 Window* g_focus = nullptr;
+ChangeObserver g_changeObserver;
+
+void Tell(Window& window, Change change) {
+  if (g_changeObserver) g_changeObserver(window, change);
+}
 }  // namespace
+
+void SetChangeObserver(ChangeObserver observer) { g_changeObserver = std::move(observer); }
+
+void Window::NotifyChanged() {
+  if (hwnd_) Tell(*this, Change::Changed);
+}
 
 POINT PointFromLParam(LPARAM lParam) {
   return {static_cast<int16_t>(lParam & 0xFFFF), static_cast<int16_t>((lParam >> 16) & 0xFFFF)};
@@ -28,6 +39,7 @@ bool Window::Create(Window* parent, int id, const std::string& caption, const RE
   visible_ = visible;
   hwnd_ = MessageLoop::Instance().Register(this);
   if (parent_) parent_->children_.push_back(this);
+  Tell(*this, Change::Created);
   return true;
 }
 
@@ -40,6 +52,7 @@ void Window::DestroyWindow() {
     if (!children_.empty() && children_.back() == child) children_.pop_back();
   }
   OnDestroy();
+  Tell(*this, Change::Destroyed);
   if (g_focus == this) g_focus = nullptr;
   if (screen::GetCapture() == this) screen::ReleaseCapture();
   MessageLoop::Instance().Unregister(hwnd_);
@@ -66,9 +79,15 @@ Window* Window::GetTopLevel() {
   return w;
 }
 
-void Window::SetWindowText(const std::string& text) { caption_ = text; }
+void Window::SetWindowText(const std::string& text) {
+  caption_ = text;
+  NotifyChanged();
+}
 
-void Window::ShowWindow(int command) { visible_ = command != SW_HIDE; }
+void Window::ShowWindow(int command) {
+  visible_ = command != SW_HIDE;
+  NotifyChanged();
+}
 
 bool Window::IsWindowVisible() const {
   for (const Window* w = this; w; w = w->parent_) {
@@ -77,10 +96,14 @@ bool Window::IsWindowVisible() const {
   return hwnd_ != nullptr;
 }
 
-void Window::EnableWindow(bool enable) { enabled_ = enable; }
+void Window::EnableWindow(bool enable) {
+  enabled_ = enable;
+  NotifyChanged();
+}
 
 void Window::MoveWindow(const RECT& rect) {
   rect_ = rect;
+  NotifyChanged();
   if (hwnd_) OnSize();
 }
 
@@ -117,7 +140,11 @@ bool Window::PostMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
 }
 
 void Window::SetFocus() {
-  if (hwnd_) g_focus = this;
+  if (!hwnd_ || g_focus == this) return;
+  Window* previous = g_focus;
+  g_focus = this;
+  if (previous) previous->NotifyChanged();
+  NotifyChanged();
 }
 
 Window* Window::GetFocus() { return g_focus; }

@@ -5,6 +5,7 @@
 // area: the client area is the whole window.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,16 @@ struct NMITEM {
 // Points travel in lParam as two signed 16-bit halves.
 POINT PointFromLParam(LPARAM lParam);
 LPARAM LParamFromPoint(POINT p);
+
+class Window;
+
+// What happens to a window, for a view that shows it. On Changed a view reads
+// the window again: caption, shown, enabled, style, rectangle, focus, and a
+// control's value and items. Told on the UI thread; Destroyed comes while the
+// window still exists, though its derived parts may already be gone.
+enum class Change { Created, Changed, Destroyed };
+using ChangeObserver = std::function<void(Window& window, Change change)>;
+void SetChangeObserver(ChangeObserver observer);
 
 class Window {
  public:
@@ -89,7 +100,10 @@ class Window {
 
   // Flags of the window's style that behaviour depends on (see templates).
   uint32_t Style() const { return style_; }
-  void SetStyle(uint32_t style) { style_ = style; }
+  void SetStyle(uint32_t style) {
+    style_ = style;
+    NotifyChanged();
+  }
 
   // The window's message handler. Derived windows handle their own messages
   // and pass the rest to the base.
@@ -103,6 +117,8 @@ class Window {
   virtual void OnSize() {}
   virtual void OnMouse(UINT msg, UINT flags, POINT clientPoint) { (void)msg, (void)flags, (void)clientPoint; }
   virtual int OnNcHitTest(POINT screenPoint) { (void)screenPoint; return HTCLIENT; }
+  // Tells a view that the window's state changed.
+  void NotifyChanged();
   // Tells the parent about a user action on this control.
   void NotifyParent(UINT code);
   void NotifyParentItem(UINT code, int item, bool byUser);

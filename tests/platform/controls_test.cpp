@@ -2,6 +2,8 @@
 // view, tree view, picker formats and spin boxes.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <memory>
 
 #include "platform/controls.h"
@@ -145,6 +147,66 @@ TEST_F(ControlsTest, TreeViewWalksNavigatesAndTellsWhoSelected) {
   EXPECT_EQ(parent.notes[0].code, TVN_SELCHANGED);
   EXPECT_EQ(std::make_pair(parent.notes[0].item, parent.notes[0].byUser), std::make_pair(a, false));
   EXPECT_EQ(std::make_pair(parent.notes[1].item, parent.notes[1].byUser), std::make_pair(c, true));
+}
+
+// A view hears of every change of a model it shows: one case per kind of change.
+TEST_F(ControlsTest, ChangesReachTheViewObserver) {
+  auto edit = Make<plat::Edit>(0);
+  auto combo = Make<plat::ComboBox>(0);
+  auto list = Make<plat::ListView>(0);
+  auto tree = Make<plat::TreeView>(0);
+  auto radio = Make<plat::Button>(0, plat::ControlKind::RadioButton);
+  auto picker = Make<plat::DateTimePicker>(0, plat::ControlKind::DatePicker);
+  auto spin = Make<plat::Spin>(0);
+  struct Case {
+    const char* what;
+    plat::Window* window;
+    std::function<void()> change;
+  };
+  const Case cases[] = {
+      {"caption", edit.get(), [&] { edit->SetWindowText("x"); }},
+      {"typed", edit.get(), [&] { edit->UserType("y"); }},
+      {"shown", edit.get(), [&] { edit->ShowWindow(plat::SW_HIDE); }},
+      {"enabled", combo.get(), [&] { combo->EnableWindow(false); }},
+      {"moved", combo.get(), [&] { combo->MoveWindow({1, 2, 3, 4}); }},
+      {"focus", combo.get(), [&] { combo->SetFocus(); }},
+      {"style", edit.get(), [&] { edit->SetReadOnly(true); }},
+      {"limit", edit.get(), [&] { edit->SetLimitText(4); }},
+      {"combo item", combo.get(), [&] { combo->AddString("a"); }},
+      {"combo selection", combo.get(), [&] { combo->SetCurSel(0); }},
+      {"list column", list.get(), [&] { list->InsertColumn(0, "c", 10); }},
+      {"list row", list.get(), [&] { list->InsertItem(0, "r"); }},
+      {"list cell", list.get(), [&] { list->SetItemText(0, 0, "s"); }},
+      {"list check", list.get(), [&] { list->SetCheck(0, true); }},
+      {"list virtual rows", list.get(), [&] { list->SetItemCountEx(5, nullptr); }},
+      {"list cleared", list.get(), [&] { list->DeleteAllItems(); }},
+      {"tree item", tree.get(), [&] { tree->InsertItem("t", 0, 0); }},
+      {"tree selection", tree.get(), [&] { tree->SelectItem(1); }},
+      {"radio", radio.get(), [&] { radio->SetCheck(1); }},
+      {"picker", picker.get(), [&] { picker->SetTime({2026, 1, 0, 2}); }},
+      {"spin range", spin.get(), [&] { spin->SetRange32(0, 9); }},
+  };
+  for (const Case& c : cases) {
+    std::vector<std::pair<plat::Window*, plat::Change>> heard;
+    plat::SetChangeObserver([&](plat::Window& w, plat::Change change) { heard.emplace_back(&w, change); });
+    c.change();
+    plat::SetChangeObserver(nullptr);
+    EXPECT_NE(std::find(heard.begin(), heard.end(), std::pair{c.window, plat::Change::Changed}), heard.end()) << c.what;
+  }
+}
+
+TEST_F(ControlsTest, ViewObserverHearsCreationAndDestructionOfChildrenFirst) {
+  std::vector<std::pair<int, plat::Change>> heard;
+  plat::SetChangeObserver([&](plat::Window& w, plat::Change c) {
+    if (c != plat::Change::Changed) heard.emplace_back(w.GetDlgCtrlID(), c);
+  });
+  plat::Window box, child;
+  box.Create(&parent, 1, "", {});
+  child.Create(&box, 2, "", {});
+  box.DestroyWindow();
+  plat::SetChangeObserver(nullptr);
+  using C = plat::Change;
+  EXPECT_EQ(heard, (std::vector<std::pair<int, C>>{{1, C::Created}, {2, C::Created}, {2, C::Destroyed}, {1, C::Destroyed}}));
 }
 
 TEST(Pickers, FormatWithPictureLetters) {

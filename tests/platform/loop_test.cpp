@@ -2,6 +2,7 @@
 // manual clock, RunFor and RunUntilIdle, screen scaling.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <thread>
 
 #include "platform/loop.h"
@@ -42,6 +43,22 @@ TEST_F(LoopTest, PostFromAnotherThreadWaitsForTheLoop) {
   EXPECT_TRUE(window.seen.empty());
   EXPECT_EQ(loop.RunPending(), 1u);
   EXPECT_EQ(window.seen, (std::vector<Seen>{{kPing, 7, kStart}}));
+}
+
+TEST_F(LoopTest, WakeHookHearsPostsFromAnyThreadAndNewTimers) {
+  std::atomic<int> wakes{0};
+  loop.SetWakeHook([&] { ++wakes; });
+  std::thread([&] { loop.Post(window.GetSafeHwnd(), kPing, 1, 0); }).join();
+  EXPECT_EQ(wakes, 1) << "a post from a network thread wakes the loop";
+  window.SetTimer(kSend, 100);
+  EXPECT_EQ(wakes, 2) << "a new timer may be due before the loop's next wait ends";
+  const HWND gone = reinterpret_cast<HWND>(uintptr_t{1});
+  EXPECT_FALSE(loop.Post(gone, kPing, 0, 0));
+  EXPECT_EQ(wakes, 2) << "a refused post wakes nobody";
+  loop.SetWakeHook(nullptr);
+  window.PostMessage(kPing);
+  EXPECT_EQ(wakes, 2);
+  loop.RunPending();
 }
 
 TEST_F(LoopTest, SendRunsTheHandlerAtOnce) {

@@ -59,8 +59,10 @@ std::vector<uint8_t> LastPickerParam();
 int PickerRuns();
 // Called with the parameter record on every run of the picker, before it answers.
 void SetPickerObserver(std::function<void(const std::vector<uint8_t>& param)> observer);
-// Asked when a run finds no answer given beforehand (the prompt asks the user);
-// without it such a run cancels. Runs on the thread that started the picker.
+// Asked when a run finds no answer given beforehand (the prompt asks the user,
+// a desktop program shows the fleet with check boxes): device ids, or nullopt
+// when the user cancels; without it such a run cancels. Runs on the thread
+// that started the picker, with no lock held.
 void SetPickerFallback(std::function<std::optional<std::vector<int>>()> fallback);
 
 // ---- hostlog ------------------------------------------------------------------

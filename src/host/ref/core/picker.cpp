@@ -1,6 +1,7 @@
-// The host's device picker: instead of a modal tree of vehicles it answers
-// with what the reference host said beforehand (SetPickerAnswer), once, and
-// remembers the parameter record it was given.
+// The host's device picker: it answers with what the reference host said
+// beforehand (SetPickerAnswer), once, or else with what the fallback returns
+// (the prompt or the desktop program asks the user); and remembers the
+// parameter record it was given.
 #include <cstdlib>
 #include <cstring>
 #include <functional>
