@@ -29,7 +29,7 @@ FLEETCMD_HWND Handle(plat::Window& window) { return reinterpret_cast<FLEETCMD_HW
 }  // namespace
 
 bool DeskWorld::Start(const DeskOptions& options, std::string* error) {
-  HostOptions hostOptions{options.pluginPath, options.languageFile, false};
+  HostOptions hostOptions{options.pluginPath, options.languageFile, options.dataDir, false};
   if (!host_.Start(hostOptions, error)) return false;
   languageFile_ = options.languageFile;
   // Real time: the steady clock, and answers released by the network threads themselves.

@@ -18,7 +18,8 @@ namespace desk {
 struct DeskOptions {
   std::string pluginPath = FC_PLUGIN_PATH;
   std::string languageFile = FC_DATA_DIR "/lang/en.ini";
-  int delayMs = 300;  // how long a simulated terminal takes to answer
+  int delayMs = 300;    // how long a simulated terminal takes to answer
+  std::string dataDir;  // the host's store (configuration, remembered inputs); "" keeps it in memory
 };
 
 // A vehicle function window: the plug-in's window inside a frame of the host's.

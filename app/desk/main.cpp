@@ -1,7 +1,7 @@
 // fleetcmd-desk: the plug-in's pages in a desktop window, on the built-in
 // fleet and simulated terminals.
 //
-//   fleetcmd-desk [--lang FILE] [--plugin FILE] [--delay MS] [--dpi N] [--screenshot PNG]
+//   fleetcmd-desk [--lang FILE] [--plugin FILE] [--data DIR] [--delay MS] [--dpi N] [--screenshot PNG]
 //
 // --dpi scales the pages as on a screen of that many dots per inch (s(n), t(n));
 // --screenshot saves a picture of the window once it is shown, and quits.
@@ -15,6 +15,7 @@
 #include "fleet.h"
 #include "platform/window.h"
 #include "main_window.h"
+#include "paths.h"
 
 namespace {
 constexpr int kScreenshotDelayMs = 300;
@@ -23,6 +24,7 @@ constexpr int kScreenshotDelayMs = 300;
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   desk::DeskOptions options;
+  options.dataDir = paths::UserDataDir();
   QString screenshot;
   const QStringList args = app.arguments();
   for (int i = 1; i < args.size(); ++i) {
@@ -30,6 +32,7 @@ int main(int argc, char** argv) {
     if (args[i] == "--lang" && hasValue) options.languageFile = args[++i].toStdString();
     else if (args[i] == "--plugin" && hasValue) options.pluginPath = args[++i].toStdString();
     else if (args[i] == "--delay" && hasValue) options.delayMs = args[++i].toInt();
+    else if (args[i] == "--data" && hasValue) options.dataDir = args[++i].toStdString();
     else if (args[i] == "--screenshot" && hasValue) screenshot = args[++i];
     else if (args[i] == "--dpi" && hasValue) plat::SetDpi(args[++i].toInt());
     else {
