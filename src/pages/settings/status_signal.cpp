@@ -9,6 +9,7 @@
 #include "host/hostcore.h"
 #include "lang/language.h"
 #include "pages/messaging/encode_text.h"
+#include "pages/settings/form_template.h"
 #include "text/encoding.h"
 
 namespace {
@@ -32,25 +33,14 @@ plat::DialogTemplate CDlgSetupStatusSignal::Layout() {
   static const char* const kCaptions[kSignals] = {"D0 的状态信号名称", "D1 的状态信号名称", "D2 的状态信号名称",
                                                   "D3 的状态信号名称", "D4 的状态信号名称", "D5 的状态信号名称",
                                                   "D6 的状态信号名称", "D7 的状态信号名称"};
-  plat::DialogTemplate dialog =
-      PageTemplate(kTemplate, {600, 330},
-                   {{Box(kFrame, "", {10, 10, 590, 280}, kTextFrame)},
-                    {GetButton({400, 290, 490, 318}), SetButton({500, 290, 590, 318})}});
-  // One row per signal, between the frame and the buttons.
-  std::vector<plat::ControlSpec> rows;
+  // The labels get their text when the page opens (text 20138 with the signal's number).
+  std::vector<FormRow> rows;
   for (int i = 0; i < kSignals; ++i) {
-    const int top = 30 + 30 * i;
-    for (plat::ControlSpec spec : {Static(Label(i), kCaptions[i], {20, top, 200, top + 20}),
-                                   row::Edit(Edit(i), {210, top - 2, 420, top + 22}),
-                                   Static(kFirstHint + kIdStep * i, "(小于10字节)", {430, top, 590, top + 20},
-                                          kTextUnder10)}) {
-      spec.layoutGroup = 2 + i;
-      rows.push_back(spec);
-    }
+    rows.push_back({Label(i), kCaptions[i], 0, row::Edit(Edit(i), {}), kFirstHint + kIdStep * i, "(小于10字节)",
+                    kTextUnder10});
   }
-  dialog.controls.insert(dialog.controls.begin() + 1, rows.begin(), rows.end());
-  for (size_t i = 1 + rows.size(); i < dialog.controls.size(); ++i) dialog.controls[i].layoutGroup = 2 + kSignals;
-  return dialog;
+  return FormTemplate(kTemplate, {Box(kFrame, "", {10, 10, 590, 275}, kTextFrame)}, 30, rows,
+                      {GetButton({400, 0, 490, 0}), SetButton({500, 0, 590, 0})});
 }
 
 CDlgSetupStatusSignal::CDlgSetupStatusSignal() : CRecorderPage(kTemplate, {kRead, kWrite}) {

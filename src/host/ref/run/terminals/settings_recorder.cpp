@@ -69,12 +69,16 @@ Recorder& RecorderOf(const std::string& idno) {
 
 std::string SignalKey(int index) { return key::kSignalName + std::to_string(index); }
 
-// A time from "YEAR" ... "SEC"; nullopt when a field is out of range.
+// A time from "YEAR" ... "SEC"; nullopt when a field is missing or out of range.
 std::optional<SYSTEMTIME> TimeFields(const Json::Value& p) {
+  int f[6];
+  const char* keys[6] = {"YEAR", "MONTH", "DAY", "HOUR", "MIN", "SEC"};
+  for (int i = 0; i < 6; ++i) {
+    f[i] = txt::JsonMemberInt(p, keys[i], -1);
+    if (f[i] < 0) return std::nullopt;
+  }
   char text[64];
-  std::snprintf(text, sizeof text, "%d-%d-%d %d:%d:%d", txt::JsonMemberInt(p, "YEAR", 0),
-                txt::JsonMemberInt(p, "MONTH", 0), txt::JsonMemberInt(p, "DAY", 0), txt::JsonMemberInt(p, "HOUR", -1),
-                txt::JsonMemberInt(p, "MIN", -1), txt::JsonMemberInt(p, "SEC", -1));
+  std::snprintf(text, sizeof text, "%d-%d-%d %d:%d:%d", f[0], f[1], f[2], f[3], f[4], f[5]);
   return txt::ParseDateTimeText(text);
 }
 
