@@ -36,7 +36,7 @@ plat::DialogTemplate CDlgSetupStatusSignal::Layout() {
   // The labels get their text when the page opens (text 20138 with the signal's number).
   std::vector<FormRow> rows;
   for (int i = 0; i < kSignals; ++i) {
-    rows.push_back({Label(i), kCaptions[i], 0, row::Edit(Edit(i), {}), kFirstHint + kIdStep * i, "(小于10字节)",
+    rows.push_back({Label(i), kCaptions[i], 0, row::Edit(Edit(i), {}), Hint(i), "(小于10字节)",
                     kTextUnder10});
   }
   return FormTemplate(kTemplate, {Box(kFrame, "", {10, 10, 590, 275}, kTextFrame)}, 30, rows,

@@ -12,11 +12,14 @@ class CDlgSetupStatusSignal : public CRecorderPage {
   static constexpr int kFunctionType = 69, kFunctionTypeVehicle = 49;
   static constexpr int kSignals = 8;
   static constexpr size_t kMaxNameBytes = 10;  // in code page 936
-  static constexpr int kFirstLabel = 4390, kFirstEdit = 4391, kFirstHint = 4392, kIdStep = 3;
+  // Edits 4391, 4394, ... 4412; their labels beside them (4392, 4395, ...); hints apart, clear of
+  // the hosting windows' result list (4399).
+  static constexpr int kFirstEdit = 4391, kFirstLabel = 4392, kIdStep = 3, kFirstHint = 4480;
   enum Text : int { kTextFrame = 20136, kTextTooLong = 20137, kTextLabel = 20138, kTextUnder10 = 20139 };
 
   static constexpr int Edit(int index) { return kFirstEdit + kIdStep * index; }
   static constexpr int Label(int index) { return kFirstLabel + kIdStep * index; }
+  static constexpr int Hint(int index) { return kFirstHint + index; }
 
   static plat::DialogTemplate Layout();
   CDlgSetupStatusSignal();

@@ -286,6 +286,8 @@ TEST_F(RecorderPagesTest, PagesShowTheirEditionAndHideTheirFrameInTheFunctionPag
   signals.Page().HideSendButtons();
   EXPECT_TRUE(signals.Shown(CRecorderPage::kFrame));
   EXPECT_EQ(signals.Text(CDlgSetupStatusSignal::Label(7)), FormatStringInt(T(20138), 7));
+  // No control of the page takes the id of the hosting windows' result list.
+  EXPECT_FALSE(signals.Page().HasItem(4399));
   // The pickers open at the current time in their formats.
   PageHarness clock = Open(CDlgSetupTime::kFunctionType);
   EXPECT_EQ(clock.Text(CRecorderTimePage::kDatePicker), "2026-11-23");
