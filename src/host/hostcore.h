@@ -107,6 +107,8 @@ class FormatStringMgr {
   static std::string Format808FunctionType(int functionType, int flag);
   // Display name of a function group; group -1 is the root (flag 808 or 905).
   static std::string Format808FunctionGroup(int group, int flag);
+  // Name of a JT/T 905 (taxi) device type; empty for a number without a device.
+  static std::string GetTerminalType905(int type);
 };
 
 // label + full-width colon + value.

@@ -2,6 +2,7 @@
 // texts, times, full-width characters, and the host's names of functions,
 // groups and result codes (from a language file, with built-in fallbacks).
 #include <cstdio>
+#include <iterator>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,6 +23,11 @@ constexpr char32_t kFullWidthFirst = 0xFF01;  // the full-width form of '!'
 constexpr const char* kSectionFunction = "FUNCTION";
 constexpr const char* kSectionGroup = "GROUP";
 constexpr const char* kSectionError = "ERROR";
+constexpr const char* kSectionTerminal905 = "TERMINAL905";
+// The taxi device types the host knows, by number; empty numbers are reserved.
+constexpr const char* kTerminalTypes905[] = {
+    "智能终端", "计价器", "安全模块", "LED顶灯", "LED广告屏", "", "服务评价器", "", "摄像装置", "",
+    "卫星定位模块", "", "通讯模块", "", "", "车载视频终端", "", "", "紧急报警装置"};
 constexpr int kRootGroup = -1;
 constexpr int kStatusOffline = 101, kStatusTimeout = 110;
 
@@ -115,6 +121,13 @@ std::string FormatStringMgr::Format808FunctionGroup(int group, int flag) {
   std::string key = std::to_string(group);
   if (group == kRootGroup) key += "." + std::to_string(flag);
   return Texts().Get(kSectionGroup, key, "Group " + key);
+}
+
+std::string FormatStringMgr::GetTerminalType905(int type) {
+  if (type < 0 || type >= static_cast<int>(std::size(kTerminalTypes905))) return {};
+  const char* builtIn = kTerminalTypes905[type];
+  // A reserved number stays empty; the language file may rename the others.
+  return *builtIn ? Texts().Get(kSectionTerminal905, std::to_string(type), builtIn) : std::string();
 }
 
 namespace hostref {
