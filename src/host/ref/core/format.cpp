@@ -22,6 +22,8 @@ constexpr char32_t kFullWidthFirst = 0xFF01;  // the full-width form of '!'
 constexpr const char* kSectionFunction = "FUNCTION";
 constexpr const char* kSectionGroup = "GROUP";
 constexpr const char* kSectionError = "ERROR";
+constexpr const char* kSectionHost = "HOST";
+constexpr int kTextVehicle = 1;
 constexpr int kRootGroup = -1;
 constexpr int kStatusOffline = 101, kStatusTimeout = 110;
 
@@ -104,6 +106,10 @@ std::string IDIRErrorString(int code) {
   else
     fallback = FormatStringInt("Error %d", code);
   return Texts().Get(kSectionError, std::to_string(code), fallback);
+}
+
+std::string GetLanguageStr(int id) {
+  return Texts().Get(kSectionHost, std::to_string(id), id == kTextVehicle ? "Vehicle" : "");
 }
 
 std::string FormatStringMgr::Format808FunctionType(int functionType, int /*flag*/) {
