@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <cstdlib>
 #include <cstring>
 
@@ -54,8 +55,11 @@ enum : int {
 constexpr int kWords2003[] = {0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08, 0x09, 0x11};
 constexpr int kWords2012[] = {0x00, 0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07,
                               0x08, 0x09, 0x10, 0x11, 0x12, 0x13, 0x14, 0x15};
-// Name texts: the 2003 word w is 13300 + w (0x11 is 13310); the 2012 word 0x0w is 13320 + w, 0x1w 13330 + w.
-constexpr int kNames2003Base = 13300, kName2003Overtime = 13310, kNames2012Base = 13320, kNames2012Records = 13330;
+// The name text of each word, in the order of the word lists.
+constexpr int kNames2003[] = {13301, 13302, 13303, 13304, 13305, 13306, 13307, 13308, 13309, 13310};
+constexpr int kNames2012[] = {13320, 13321, 13322, 13323, 13324, 13325, 13326, 13327,
+                              13328, 13329, 13330, 13331, 13332, 13333, 13334, 13335};
+static_assert(std::size(kNames2003) == std::size(kWords2003) && std::size(kNames2012) == std::size(kWords2012));
 
 // A recorded sample: speed in the high byte, status in the low byte; this value ends a record's samples.
 constexpr int kSampleEnd = 0xFFFF;
@@ -391,18 +395,15 @@ bool IsRecordWord(int word) { return word == 0x08 || word == 0x09 || (word >= 0x
 std::string WordName(Edition edition, int word) {
   if (word == kAllWords) return L(text::kAllWords);
   const auto words = Words(edition);
-  if (std::find(words.begin(), words.end(), word) == words.end()) return {};
-  int id;
-  if (edition == Edition::k2003) {
-    id = word == 0x11 ? kName2003Overtime : kNames2003Base + word;
-  } else {
-    id = word < 0x10 ? kNames2012Base + word : kNames2012Records + (word - 0x10);
-  }
-  return L(id) + Printf("(%02XH)", word);
+  const auto found = std::find(words.begin(), words.end(), word);
+  if (found == words.end()) return {};
+  const int* names = edition == Edition::k2003 ? kNames2003 : kNames2012;
+  return L(names[found - words.begin()]) + Printf("(%02XH)", word);
 }
 
 std::string Degrees(int64_t value) {
-  constexpr int64_t kPerDegree = 600000, kPerDecimal = kPerDegree / 10000;
+  // 600000 units a degree; four decimals are 60 units each.
+  constexpr int64_t kPerDegree = 600000, kPerDecimal = 60;
   const uint64_t magnitude = static_cast<uint64_t>(value < 0 ? -value : value);
   char buffer[32];
   std::snprintf(buffer, sizeof buffer, "%s%llu.%04llu", value < 0 ? "-" : "",

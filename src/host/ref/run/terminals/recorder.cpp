@@ -154,7 +154,7 @@ int StatusAt(const Trip& trip, Seconds at) {
 int Sample(const Trip& trip, Seconds at) { return SpeedAt(trip, at) << 8 | StatusAt(trip, at); }
 
 // Total mileage in 0.1 km.
-int TotalMileage(const Recorder& r) { return r.initialMileage + 1234567 + static_cast<int>(r.seed % 10000); }
+int TotalMileage(const Recorder& r) { return r.initialMileage + 1234567 + static_cast<int>(r.seed % 8192); }
 
 // Position in 1/10000 minute, eastwards along the trip.
 Json::Value PositionAt(const Recorder& r, const Trip& trip, Seconds at) {
@@ -332,7 +332,7 @@ void Facts2012(const Recorder& r, int word, Json::Value& a) {
     }
     case 0x07:
       a["CCCCODE"] = "C000118", a["MODE"] = "FC-TR2012", a["YEAR"] = 2024, a["MONTH"] = 3, a["DAY"] = 1;
-      a["SERNM"] = std::to_string(10000 + r.seed % 90000);
+      a["SERNM"] = "S" + std::to_string(r.seed % 90000);
       break;
     default: break;
   }
