@@ -262,7 +262,7 @@ Json::Value Write2012(const Recorder& r, int word, const Record& rec) {
       item["GCP"] = r.licence;
       // Newest first: the sample at the stop, then every 0.2 s before it (five samples a second).
       Json::Value samples(Json::arrayValue);
-      for (int i = 0; i < kAccidentSamples; ++i) samples.append(Sample(trip, trip.end - 1 - i / 5));
+      for (int i = 0; i < kAccidentSamples; ++i) samples.append(Sample(trip, trip.end - i / 5));
       item["SPDSGN"] = samples;
       break;
     }
@@ -380,8 +380,8 @@ void Facts2003(const Recorder& r, int word, Json::Value& a) {
       a["DTM"] = Text(stop->end);
       for (int i = 0; i < kAccidentSamples; ++i) {
         Json::Value item;
-        item["SPD"] = SpeedAt(*stop, stop->end - 1 - i / 5);
-        item["SIN"] = StatusAt(*stop, stop->end - 1 - i / 5);
+        item["SPD"] = SpeedAt(*stop, stop->end - i / 5);
+        item["SIN"] = StatusAt(*stop, stop->end - i / 5);
         a[key::kItems].append(item);
       }
       break;
