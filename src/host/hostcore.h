@@ -123,6 +123,8 @@ std::string FormatStringInt(const std::string& format, int number);
 std::string FormatSystemTime(const SYSTEMTIME& time);
 // Readable text of a result code (network statuses and terminal error codes).
 std::string IDIRErrorString(int code);
+// The host's own text of an id (1: its word for a vehicle); "" when it has none.
+std::string GetLanguageStr(int id);
 // The full-width form of an ASCII character text, for example "!" -> "！".
 std::string GetChineseChar(const std::string& ascii);
 

@@ -21,8 +21,8 @@ class CDrivingRulePage : public CBaseDlg {
   };
   enum Text : int {
     kTextPeriod = 11104, kTextHours = 11105, kTextNoPeriod = 11109, kTextNoHours = 11110, kTextBeginDate = 11111,
-    kTextEndDate = 11112, kTextBeginDateWrong = 11121, kTextEndDateWrong = 11122, kTextBegin = 12409,
-    kTextEnd = 12408,
+    kTextEndDate = 11112, kTextBeginDateWrong = 11121, kTextEndDateWrong = 11122, kTextBegin = 12408,
+    kTextEnd = 12409,
   };
   static constexpr int kFirstYear = 2000, kLastYear = 2100;
 

@@ -28,6 +28,8 @@ constexpr const char* kSectionTerminal905 = "TERMINAL905";
 constexpr const char* kTerminalTypes905[] = {
     "智能终端", "计价器", "安全模块", "LED顶灯", "LED广告屏", "", "服务评价器", "", "摄像装置", "",
     "卫星定位模块", "", "通讯模块", "", "", "车载视频终端", "", "", "紧急报警装置"};
+constexpr const char* kSectionHost = "HOST";
+constexpr int kTextVehicle = 1;
 constexpr int kRootGroup = -1;
 constexpr int kStatusOffline = 101, kStatusTimeout = 110;
 
@@ -110,6 +112,10 @@ std::string IDIRErrorString(int code) {
   else
     fallback = FormatStringInt("Error %d", code);
   return Texts().Get(kSectionError, std::to_string(code), fallback);
+}
+
+std::string GetLanguageStr(int id) {
+  return Texts().Get(kSectionHost, std::to_string(id), id == kTextVehicle ? "Vehicle" : "");
 }
 
 std::string FormatStringMgr::Format808FunctionType(int functionType, int /*flag*/) {
