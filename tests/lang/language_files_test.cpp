@@ -30,7 +30,7 @@ std::string CodeOnly(const std::string& text) {
 
 // The values of a block of text constants ("kTextFlag = 12954, ...").
 void AddValues(const std::string& block, std::set<int>& ids) {
-  static const std::regex kValue(R"(=\s*(\d+))");
+  static const std::regex kValue(R"(=\s*(\d{5})\b)");
   for (std::sregex_iterator it(block.begin(), block.end(), kValue), end; it != end; ++it) {
     ids.insert(std::stoi((*it)[1]));
   }

@@ -78,7 +78,7 @@ bool CDlgRSA::ReadControls() {
 }
 
 BOOL CDlgRSA::CheckParam() {
-  const std::string mustBeFilled = LanguageText(ParamCheck::kMustBeFilled);
+  const std::string mustBeFilled = LanguageText(ParamCheck::kTextMustBeFilled);
   return ParamCheck(*this)
       .That(!modulus_.empty(), std::string(kModulusName) + " " + mustBeFilled, kModulusEdit)
       .That(!exponent_.empty(), std::string(kExponentName) + " " + mustBeFilled, kExponentEdit)

@@ -26,7 +26,7 @@ class DrivingRulesTest : public SettingsWorld {
 
 std::string Item(int label, const std::string& value) { return FormatChineseColon(T(label), value); }
 std::string Span(const std::string& begin, const std::string& end) {
-  return Item(12409, begin) + "  -  " + Item(12408, end);
+  return Item(12408, begin) + "  -  " + Item(12409, end);
 }
 std::string Items(std::initializer_list<std::string> items) {
   std::string text;

@@ -51,11 +51,11 @@ TEST_F(SettingsTerminalsTest, ReadsAnswerTheKeysOfTheirWordAndEdition) {
       {R"({"CDID":4})", "DTM FEA VER result=0"},
       {R"({"CDID":4,"VER":2003})", "FEA result=0"},
       {R"({"CDID":5})", "CARID SORT VER VIN result=0"},
-      {R"({"CDID":5,"VER":2003})", "result=3"},
+      {R"({"CDID":5,"VER":2003})", "DTM Item VER result=0"},  // the 2003 word 0x05 is a speed record
       {R"({"CDID":6})", "CARID DTM Item SIN SORT VER VIN result=0"},
       {R"({"CDID":6,"VER":2003})", "CARID SORT VIN result=0"},
       {R"({"CDID":6,"VER":2012})", "DTM Item SIN VER result=0"},
-      {R"({"CDID":9})", "result=3"},
+      {R"({"CDID":32})", "result=3"},
   };
   for (const Case& c : cases) EXPECT_EQ(Keys(Ask(0x8700, c.param)), c.keys) << c.param;
   EXPECT_EQ(Keys(Ask(0x8700, "")), "result=2");

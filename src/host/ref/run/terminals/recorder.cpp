@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "host/ref/run/terminals.h"
+#include "host/ref/run/terminals/recorder_params.h"
 #include "platform/clock.h"
 #include "text/datetime.h"
 #include "text/encoding.h"
@@ -25,7 +26,7 @@
 
 namespace hostref::terminals {
 namespace {
-constexpr int kRead = 0x8700, kWrite = 0x8701;
+constexpr int kRead = 0x8700;
 constexpr int kVersion2003 = 2003, kVersion2012 = 2012;
 
 namespace key {
@@ -87,13 +88,8 @@ struct Trip {
 
 struct Recorder {
   uint32_t seed = 0;
-  Seconds anchor = 0;       // the data set's "now": records end here
-  Seconds clockOffset = 0;  // set clock minus local time
-  int driverCode = 0;
-  std::string licence, vin, plate, plateClass;  // code page 936
-  Seconds installed = 0;
-  int initialMileage = 0, coefficient = 0;
-  std::string signalNames[kSignals];
+  Seconds anchor = 0;  // the data set's "now": records end here
+  const RecorderParameters* params = nullptr;  // driver, vehicle, mileage: what the parameter command wrote
   std::vector<Trip> trips;  // newest first
 };
 
@@ -109,17 +105,6 @@ Recorder Make(const std::string& idno) {
   Recorder r;
   r.seed = SeedOf(idno);
   r.anchor = Now() / kMinute * kMinute;
-  const std::string digits = (idno + "00000").substr(0, 5);
-  r.driverCode = 100000 + static_cast<int>(r.seed % 900000);
-  r.licence = "44030119850315" + std::to_string(1000 + r.seed % 9000);
-  r.vin = "LFWSRXRJ0N1" + std::to_string(100000 + r.seed % 900000);
-  r.plate = txt::Utf8ToGbk("粤B" + digits);
-  r.plateClass = txt::Utf8ToGbk("大型货车");
-  r.installed = DaysFromCivil(2024, 3, 15) * kDay + 9 * kHour;
-  r.initialMileage = 1200 + static_cast<int>(r.seed % 500);
-  r.coefficient = 3600 + static_cast<int>(r.seed % 100);
-  const char* names[] = {"近光", "远光", "右转向", "左转向", "制动", "倒车", "示廓灯", "车门"};
-  for (int i = 0; i < kSignals; ++i) r.signalNames[i] = txt::Utf8ToGbk(names[i]);
   const Seconds today = r.anchor / kDay * kDay;
   for (int d = 0; d < kDays; ++d) {
     const Seconds day = today - d * kDay;
@@ -137,6 +122,7 @@ Recorder Make(const std::string& idno) {
 Recorder& RecorderOf(const std::string& idno) {
   std::optional<Recorder>& r = g_recorders[idno];
   if (!r) r = Make(idno);
+  r->params = &RecorderParametersOf(idno);
   return *r;
 }
 
@@ -154,7 +140,6 @@ int StatusAt(const Trip& trip, Seconds at) {
 int Sample(const Trip& trip, Seconds at) { return SpeedAt(trip, at) << 8 | StatusAt(trip, at); }
 
 // Total mileage in 0.1 km.
-int TotalMileage(const Recorder& r) { return r.initialMileage + 1234567 + static_cast<int>(r.seed % 8192); }
 
 // Position in 1/10000 minute, eastwards along the trip.
 Json::Value PositionAt(const Recorder& r, const Trip& trip, Seconds at) {
@@ -259,7 +244,7 @@ Json::Value Write2012(const Recorder& r, int word, const Record& rec) {
     case 0x10: {
       item = PositionAt(r, trip, trip.end - 1);
       item["ETM"] = Text(trip.end);
-      item["GCP"] = r.licence;
+      item["GCP"] = r.params->licence;
       // Newest first: the sample at the stop, then every 0.2 s before it (five samples a second).
       Json::Value samples(Json::arrayValue);
       for (int i = 0; i < kAccidentSamples; ++i) samples.append(Sample(trip, trip.end - i / 5));
@@ -267,7 +252,7 @@ Json::Value Write2012(const Recorder& r, int word, const Record& rec) {
       break;
     }
     case 0x11: {
-      item["GCP"] = r.licence;
+      item["GCP"] = r.params->licence;
       item["BTM"] = Text(trip.begin);
       item["ETM"] = Text(trip.end);
       item["POS"].append(PositionAt(r, trip, trip.begin));
@@ -276,7 +261,7 @@ Json::Value Write2012(const Recorder& r, int word, const Record& rec) {
     }
     case 0x12:
       item["DTM"] = Text(rec.at);
-      item["GCP"] = r.licence;
+      item["GCP"] = r.params->licence;
       item["STA"] = rec.at < trip.begin ? kLogin : kLogout;
       break;
     case 0x13:
@@ -311,25 +296,8 @@ Json::Value Write2012(const Recorder& r, int word, const Record& rec) {
 
 // The words without records (members of the 2012 edition).
 void Facts2012(const Recorder& r, int word, Json::Value& a) {
-  const Seconds now = Now() + r.clockOffset;
   switch (word) {
     case 0x00: a["YEAR"] = 12, a["MODNUM"] = 0; break;
-    case 0x01: a["GCP"] = r.licence; break;
-    case 0x02: a["DTM"] = Text(now); break;
-    case 0x03:
-      a["RDTM"] = Text(now), a["IDTM"] = Text(r.installed), a["INITMILE"] = r.initialMileage;
-      a["MILE"] = TotalMileage(r);
-      break;
-    case 0x04: a["DTM"] = Text(now), a["FEA"] = r.coefficient; break;
-    case 0x05: a["VIN"] = r.vin, a["CARID"] = r.plate, a["SORT"] = r.plateClass; break;
-    case 0x06: {
-      a["DTM"] = Text(now);
-      a["SIN"] = kSignalsOn;
-      Json::Value names;
-      for (int i = 0; i < kSignals; ++i) names["SINNM" + std::to_string(i)] = r.signalNames[i];
-      a[key::kItems].append(names);
-      break;
-    }
     case 0x07:
       a["CCCCODE"] = "C000118", a["MODE"] = "FC-TR2012", a["YEAR"] = 2024, a["MONTH"] = 3, a["DAY"] = 1;
       a["SERNM"] = "S" + std::to_string(r.seed % 90000);
@@ -351,13 +319,9 @@ const Trip* LastStopped(const Recorder& r) {
 }
 
 void Facts2003(const Recorder& r, int word, Json::Value& a) {
-  const Seconds now = Now() + r.clockOffset;
+  const Seconds now = Now();
   const Trip* last = r.trips.empty() ? nullptr : &r.trips.front();
   switch (word) {
-    case 0x01: a["GDI"] = r.driverCode, a["GCP"] = r.licence; break;
-    case 0x02: a["DTM"] = Text(now); break;
-    case 0x03: a["DTM"] = Text(now), a["MILE"] = TotalMileage(r); break;
-    case 0x04: a["FEA"] = r.coefficient; break;
     case 0x05:
     case 0x09: {
       // Minute speeds of the last hour driven (0x05) or of the last trip (0x09).
@@ -372,7 +336,6 @@ void Facts2003(const Recorder& r, int word, Json::Value& a) {
       }
       break;
     }
-    case 0x06: a["VIN"] = r.vin, a["CARID"] = r.plate, a["SORT"] = r.plateClass; break;
     case 0x07: {
       a[key::kItems] = Json::Value(Json::arrayValue);
       const Trip* stop = LastStopped(r);
@@ -395,7 +358,7 @@ void Facts2003(const Recorder& r, int word, Json::Value& a) {
       break;
     }
     case 0x11:
-      a["GDI"] = r.driverCode;
+      a["GDI"] = r.params->driverCode;
       a[key::kItems] = Json::Value(Json::arrayValue);
       for (const Trip& trip : r.trips) {
         if (!trip.overtime() || trip.end <= r.anchor - 2 * kDay) continue;
@@ -420,6 +383,8 @@ Answer Read(const TerminalRequest& r) {
   const int version = txt::JsonMemberInt(r.param, key::kVersion, 0);
   const int word = txt::JsonMemberInt(r.param, key::kWord, -1);
   if (version != 0 && version != kVersion2003 && version != kVersion2012) return Reply({}, kResultMessageError);
+  // Driver, clock, mileage, coefficient, vehicle and signals: what the parameter command keeps.
+  if (auto parameters = ReadRecorderParameters(r)) return *parameters;
   const bool has2012 = version != kVersion2003, has2003 = version != kVersion2012;
   if (!(has2012 && Named2012(word)) && !(has2003 && Named2003(word))) return Reply({}, kResultUnsupported);
   Recorder& recorder = RecorderOf(r.devIdno);
@@ -447,46 +412,7 @@ Answer Read(const TerminalRequest& r) {
   return Reply(answer);
 }
 
-// Parameter downloads: the recorder keeps what it is given.
-Answer Write(const TerminalRequest& r) {
-  if (!r.param.isObject()) return Reply({}, kResultMessageError);
-  Recorder& recorder = RecorderOf(r.devIdno);
-  const Json::Value& p = r.param;
-  const auto time = [&]() -> std::optional<Seconds> {
-    SYSTEMTIME t{};
-    t.wYear = static_cast<WORD>(txt::JsonMemberInt(p, "YEAR", 0)), t.wMonth = static_cast<WORD>(txt::JsonMemberInt(p, "MONTH", 0));
-    t.wDay = static_cast<WORD>(txt::JsonMemberInt(p, "DAY", 0)), t.wHour = static_cast<WORD>(txt::JsonMemberInt(p, "HOUR", 0));
-    t.wMinute = static_cast<WORD>(txt::JsonMemberInt(p, "MIN", 0)), t.wSecond = static_cast<WORD>(txt::JsonMemberInt(p, "SEC", 0));
-    if (t.wYear == 0 || t.wMonth < 1 || t.wMonth > 12 || t.wDay < 1 || t.wDay > 31) return std::nullopt;
-    return ToSeconds(t);
-  };
-  switch (txt::JsonMemberInt(p, key::kWord, -1)) {
-    case 0x81:
-      recorder.driverCode = txt::JsonMemberInt(p, "GDI", 0);
-      recorder.licence = txt::JsonMemberString(p, "GCP");
-      break;
-    case 0x82:
-      recorder.vin = txt::JsonMemberString(p, "VIN");
-      recorder.plate = txt::JsonMemberString(p, "CARID");
-      recorder.plateClass = txt::JsonMemberString(p, "SORT");
-      break;
-    case 0x83:
-      if (auto t = time()) recorder.installed = *t; else return Reply({}, kResultMessageError);
-      break;
-    case 0x84:
-      for (int i = 0; i < kSignals; ++i) recorder.signalNames[i] = FormDecode(txt::JsonMemberString(p, ("SINNM" + std::to_string(i)).c_str()));
-      break;
-    case 0xC2:
-      if (auto t = time()) recorder.clockOffset = *t - Now(); else return Reply({}, kResultMessageError);
-      break;
-    case 0xC3: recorder.coefficient = txt::JsonMemberInt(p, "FEA", 0); break;
-    case 0xC4: recorder.initialMileage = txt::WToI(txt::JsonMemberString(p, "INITMILE")); break;
-    default: return Reply({}, kResultUnsupported);
-  }
-  return Reply({});
-}
-
+// Writes (0x8701) are the parameters' (settings_recorder.cpp).
 const RegisterResponder kReadResponder{kRead, Read};
-const RegisterResponder kWriteResponder{kWrite, Write};
 }  // namespace
 }  // namespace hostref::terminals

@@ -5,19 +5,20 @@
 // without "VER" of word 0x06 answers both meanings (VIN and signal names).
 #include <json/value.h>
 
-#include <array>
 #include <cstdio>
 #include <string>
 
 #include "host/ref/run/terminals.h"
 #include "host/ref/run/terminals/recorder_params.h"
+#include "platform/clock.h"
 #include "text/datetime.h"
+#include "text/encoding.h"
 #include "text/json.h"
 #include "text/numbers.h"
 
 namespace hostref::terminals {
 namespace {
-constexpr int kCollect = 0x8700, kParameters = 0x8701;
+constexpr int kParameters = 0x8701;
 constexpr int kEdition2003 = 2003, kEdition2012 = 2012;
 
 // Recorder command words: reads and writes.
@@ -35,37 +36,39 @@ constexpr const char *kWord = "CDID", *kEdition = "VER", *kDriver = "GDI", *kLic
                      *kCoefficient = "FEA", *kSignalState = "SIN", *kItems = "Item", *kSignalName = "SINNM";
 }  // namespace key
 
-constexpr int kSignals = 8;
+constexpr int kSignals = kRecorderSignals;
 constexpr int kDrivenSinceInstall = 1234;  // 0.1 km the vehicle has run beyond the initial mileage
-
-// What a recorder holds; texts as code page 936 bytes.
-struct Recorder {
-  int driverCode = 0;
-  std::string licence;
-  std::string vin, plate, plateClass;
-  SYSTEMTIME clock{2026, 1, 4, 1, 8, 0, 0, 0};
-  SYSTEMTIME installed{2025, 6, 0, 1, 9, 0, 0, 0};
-  int initialMileage = 0;
-  int coefficient = 3600;
-  std::array<std::string, kSignals> signalNames;
-};
+using Recorder = RecorderParameters;
 
 DeviceState<Recorder> g_recorders;
 
-Recorder& RecorderOf(const std::string& idno) {
+}  // namespace
+
+RecorderParameters& RecorderParametersOf(const std::string& idno) {
   Recorder& r = g_recorders[idno];
   if (r.vin.empty() && r.licence.empty()) {
-    // A fresh recorder: the values written at the factory.
-    r.vin = "LFV2A11G" + idno;
-    r.vin.resize(17, '0');
-    r.licence = "32050119800101" + idno.substr(0, 4);
-    r.plate = idno;
-    r.plateClass = "A1";
-    r.driverCode = 1;
-    for (int i = 0; i < kSignals; ++i) r.signalNames[i] = "D" + std::to_string(i);
+    // A fresh recorder: set up at installation for its vehicle and driver, its clock on time.
+    uint32_t seed = 7;
+    for (unsigned char c : idno) seed = seed * 31 + c;
+    const std::string digits = (idno + "00000").substr(0, 5);
+    r.driverCode = 100000 + static_cast<int>(seed % 900000);
+    r.licence = "44030119850315" + std::to_string(1000 + seed % 9000);
+    r.vin = "LFWSRXRJ0N1" + std::to_string(100000 + seed % 900000);
+    r.plate = txt::Utf8ToGbk("粤B" + digits);
+    r.plateClass = txt::Utf8ToGbk("大型货车");
+    r.clock = plat::GetLocalTime();
+    r.clock.wMilliseconds = 0;
+    r.installed = SYSTEMTIME{2024, 3, 5, 15, 9, 0, 0, 0};
+    r.initialMileage = 1200 + static_cast<int>(seed % 500);
+    r.coefficient = 3600 + static_cast<int>(seed % 100);
+    const char* names[] = {"近光", "远光", "右转向", "左转向", "制动", "倒车", "示廓灯", "车门"};
+    for (int i = 0; i < kSignals; ++i) r.signalNames[i] = txt::Utf8ToGbk(names[i]);
   }
   return r;
 }
+
+namespace {
+Recorder& RecorderOf(const std::string& idno) { return RecorderParametersOf(idno); }
 
 std::string SignalKey(int index) { return key::kSignalName + std::to_string(index); }
 
@@ -150,12 +153,8 @@ void PutSignals(Json::Value& reply, const Recorder& rec) {
   reply[key::kItems].append(names);
 }
 
+// Reads (0x8700) are the record collection's, which hands parameter words here.
 const RegisterResponder kWrite{kParameters, Write};
-const RegisterResponder kRead{kCollect, [](const TerminalRequest& r) -> Answer {
-  if (!r.param.isObject()) return Reply({}, kResultMessageError);
-  if (auto answer = ReadRecorderParameters(r)) return *answer;
-  return Reply({}, kResultUnsupported);
-}};
 }  // namespace
 
 std::optional<Answer> ReadRecorderParameters(const TerminalRequest& r) {
