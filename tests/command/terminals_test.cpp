@@ -68,4 +68,8 @@ TEST_F(TerminalsTest, QueriesAnswerByDeviceAndMove) {
   EXPECT_EQ(Ask("91001", 0x8999, ""), R"({"Error":0,"result":0})");
 }
 
+TEST(Terminals, EveryCommandHasOneResponder) {
+  EXPECT_EQ(hostref::terminals::DuplicateResponders(), std::vector<int>{}) << "two families answer one command";
+}
+
 }  // namespace

@@ -55,11 +55,18 @@ int HexDigit(char c) {
   if (c >= 'a' && c <= 'f') return c - 'a' + 10;
   return -1;
 }
+
+std::vector<int>& Duplicates() {
+  static std::vector<int> duplicates;
+  return duplicates;
+}
 }  // namespace
 
 RegisterResponder::RegisterResponder(int command, Responder responder) {
-  Responders()[command] = std::move(responder);
+  if (!Responders().emplace(command, std::move(responder)).second) Duplicates().push_back(command);
 }
+
+std::vector<int> DuplicateResponders() { return Duplicates(); }
 
 void AddClearHook(std::function<void()> clear) { ClearHooks().push_back(std::move(clear)); }
 

@@ -39,6 +39,8 @@ using Answer = std::optional<std::string>;
 using Responder = std::function<Answer(const TerminalRequest&)>;
 
 // Registers the responder of a command number (at static initialisation).
+// A command has one responder; a second registration is kept aside, unused,
+// and listed by DuplicateResponders() so a test can catch it.
 struct RegisterResponder {
   RegisterResponder(int command, Responder responder);
 };
@@ -82,6 +84,8 @@ template <class T>
 void DeviceState<T>::OnClear(std::function<void()> clear) {
   AddClearHook(std::move(clear));
 }
+
+std::vector<int> DuplicateResponders();
 
 // Makes the simulated platform answer through the terminals.
 void Install();
