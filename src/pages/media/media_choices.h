@@ -26,7 +26,8 @@ enum Text : int {
 };
 
 // Save flag ("SALA"): upload at once, keep on the terminal, or (by switch) face capture.
-inline constexpr MediaChoice kSaveFlags[] = {{0, kTextRealTime}, {1, kTextSave}, {2, 0, "人脸抓拍"}};
+inline constexpr uint32_t kSaveFaceCapture = 2;
+inline constexpr MediaChoice kSaveFlags[] = {{0, kTextRealTime}, {1, kTextSave}, {kSaveFaceCapture, 0, "人脸抓拍"}};
 inline constexpr size_t kSaveFlagsWithoutFace = 2;
 // Delete flag ("DELA"): keep the media after the upload, or delete it.
 inline constexpr MediaChoice kDeleteFlags[] = {{0, kTextKeep}, {1, kTextDeleteAfterUpload}};

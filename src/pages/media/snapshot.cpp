@@ -141,7 +141,7 @@ void CDlgSetupSnapShot::UpdateProtocolControls() {
 // Face capture chooses its own channel and resolution.
 void CDlgSetupSnapShot::ApplySaveFlag() {
   if (!media::FaceCaptureOn()) return;
-  const bool faceCapture = media::SelectedData(*this, kSaveCombo) == media::kSaveFlags[2].data;
+  const bool faceCapture = media::SelectedData(*this, kSaveCombo) == media::kSaveFaceCapture;
   EnableItem(kChannelEdit, !faceCapture);
   EnableItem(kResolutionCombo, !faceCapture);
 }
