@@ -3,6 +3,7 @@
 // UTF-8. A deployment swaps the library behind this header for the host's own.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -127,6 +128,24 @@ std::string IDIRErrorString(int code);
 std::string GetLanguageStr(int id);
 // The full-width form of an ASCII character text, for example "!" -> "！".
 std::string GetChineseChar(const std::string& ascii);
+
+// Position and alarm texts of the host.
+// The degrees of a coordinate given in millionths of a degree: "22.543000".
+std::string GetLat(int millionths);
+// A speed in km/h with one decimal: "60.5".
+std::string FormatSpeedToString(float kmh);
+// The short position text of a longitude and a latitude in millionths of a degree.
+std::string FormatGPSToStrEx(int longitude, int latitude);
+// Whether the host is in check mode, in which the detailed position texts are wanted.
+BOOL IsCheckMode();
+
+// The host's JT/T 808 texts, on its one object.
+class CMgrJTT {
+ public:
+  static CMgrJTT& Instance();
+  // The names of the alarms set in an alarm flag word, joined by commas; "" when none is set.
+  std::string GetAlarmMaskString(uint32_t flags) const;
+};
 
 // The host's tip box; returns IDOK.
 int ShowMsgTipEx(const std::string& text, const std::string& title, UINT flags);

@@ -22,8 +22,6 @@ namespace {
 
 using namespace exportfile;
 
-// The list's last two columns (an empty one and the row's status word) are never exported.
-constexpr int kTrailingColumnsLeftOut = 2;
 constexpr const char* kExtension = ".xlsx";
 constexpr int kLogError = 2;
 
@@ -120,10 +118,10 @@ std::vector<Sheet> SplitRows(const std::string& title, int rowCount) {
   return sheets;
 }
 
-// Header columns except the trailing two, those with a width above 0.
-std::vector<int> ExportedColumns(const plat::ListView& list) {
+// Header columns except the trailing ones left out, those with a width above 0.
+std::vector<int> ExportedColumns(const plat::ListView& list, int trailingColumnsLeftOut) {
   std::vector<int> columns;
-  for (int c = 0; c < list.GetColumnCount() - kTrailingColumnsLeftOut; ++c) {
+  for (int c = 0; c < list.GetColumnCount() - trailingColumnsLeftOut; ++c) {
     if (list.GetColumn(c).width > 0) columns.push_back(c);
   }
   return columns;
@@ -152,12 +150,13 @@ bool WriteSheet(lxw_worksheet* sheet, const plat::ListView& list, const std::vec
   return ok;
 }
 
-bool WriteWorkbook(const std::string& path, const std::string& title, const plat::ListView& list) {
+bool WriteWorkbook(const std::string& path, const std::string& title, const plat::ListView& list,
+                   int trailingColumnsLeftOut) {
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;  // rows go to disk as they are written: a full sheet stays small in memory
   lxw_workbook* book = workbook_new_opt(path.c_str(), &options);
   if (!book) return false;
-  const std::vector<int> columns = ExportedColumns(list);
+  const std::vector<int> columns = ExportedColumns(list, trailingColumnsLeftOut);
   bool ok = true;
   for (const Sheet& sheet : SplitRows(title, list.GetItemCount())) {
     // An empty title leaves the writer's default name.
@@ -181,7 +180,8 @@ bool WriteWorkbook(const std::string& path, const std::string& title, const plat
 // The writer is part of the plug-in, so the export object's "no spreadsheet
 // writer" message never applies; a failed write is logged and still reported
 // as finished with the path, as the user asked for that file.
-void Export(CExportData& exporter, const std::string& title, const plat::ListView& list) {
+void Export(CExportData& exporter, const std::string& title, const plat::ListView& list,
+            int trailingColumnsLeftOut) {
   try {
     if (list.GetItemCount() <= 0) return;
     if (exporter.m_strPath.empty()) {
@@ -191,7 +191,7 @@ void Export(CExportData& exporter, const std::string& title, const plat::ListVie
     }
     const std::string path = exporter.m_strPath;
     CreateParentDirectories(path);
-    if (!WriteWorkbook(path, title, list)) {
+    if (!WriteWorkbook(path, title, list, trailingColumnsLeftOut)) {
       PluginLog().WriteStrInfoEx(kLogError, "Export Path:%s not written completely", path.c_str());
     }
     exporter.ShowMessage(exporter.GetMessageText(CExportData::kMsgFinished) + path + "!");

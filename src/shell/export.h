@@ -11,6 +11,8 @@
 namespace exportfile {
 // Rows of one worksheet, below its header row of column captions.
 constexpr int kRowsPerSheet = 50000;
+// The result lists' trailing columns the user does not see (an empty one, the status word).
+constexpr int kResultListHidden = 2;
 // The save-file dialog: the file name edit (holding the proposed name) and OK / Cancel.
 constexpr int kSaveTemplate = 9034;
 constexpr int kFileNameLabel = 1090;
@@ -23,4 +25,7 @@ constexpr int kFilterText = 1089;
 // the path, also when the writer failed. Nothing happens for an empty list or
 // a cancelled dialog. Worksheets are named after the title: blanks and hyphens
 // become underscores; tables beyond one are numbered "title_1", "title_2" ...
-void Export(CExportData& exporter, const std::string& title, const plat::ListView& list);
+// The result lists end in two columns the user does not see, left out by
+// default; a list of visible columns only passes 0.
+void Export(CExportData& exporter, const std::string& title, const plat::ListView& list,
+            int trailingColumnsLeftOut = exportfile::kResultListHidden);

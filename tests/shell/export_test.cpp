@@ -87,6 +87,15 @@ TEST_F(ExportTest, WritesVisibleColumnsCleansTitleAndApostrophesAndReportsThePat
   EXPECT_EQ(TipTexts(), (Texts{"Export finished: " + path + "!", "Export finished: " + dir.string() + "!"}));
 }
 
+// A list without hidden trailing columns (a page's own list) keeps its last two.
+TEST_F(ExportTest, ListOfVisibleColumnsOnlyKeepsItsLastColumns) {
+  list.InsertItem(0, "1");
+  list.SetItemText(0, 5, "last");
+  const std::string path = exporter.m_strPath = (dir / "v.xlsx").string();
+  Export(exporter, "T", list, 0);
+  EXPECT_EQ(Sheet(path, 1), (std::vector<Texts>{{"#", "Car", "Result", "state"}, {"1", "last"}}));
+}
+
 TEST_F(ExportTest, MenuExportProposesTheTimeAndWritesTheChosenFile) {
   std::string proposed;
   const std::string path = (dir / "menu.xlsx").string();

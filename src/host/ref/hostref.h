@@ -28,6 +28,8 @@ std::vector<int> AddGeneratedDevices(int n, int firstIdno);
 void SetPrivilege(int right, bool granted);
 void SetVersion(int version, bool on);
 void SetTestIP(bool on);
+// Check mode (IsCheckMode): the detailed position texts.
+void SetCheckMode(bool on);
 
 // Directory of the persisted configuration and local store (SQLite). An empty
 // directory keeps both in memory. Opening closes the previous store.

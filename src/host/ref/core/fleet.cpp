@@ -58,6 +58,7 @@ struct World {
   std::unordered_map<int, bool> privileges;
   std::unordered_map<int, bool> versions;
   std::optional<bool> testIP;
+  std::optional<bool> checkMode;
 };
 
 World& TheWorld() {
@@ -196,6 +197,10 @@ BOOL CMgrAppInfo::IsTestIP() {
   return ReadFleet<BOOL>([](World& w) { return w.testIP.value_or(w.fleet->testIP) ? TRUE : FALSE; });
 }
 
+BOOL IsCheckMode() {
+  return ReadFleet<BOOL>([](World& w) { return w.checkMode.value_or(w.fleet->checkMode) ? TRUE : FALSE; });
+}
+
 std::string CMgrAppInfo::GetDirSvrIP() {
   return ReadFleet<std::string>([](World& w) { return w.fleet->dirSvrIP; });
 }
@@ -224,6 +229,7 @@ bool LoadFleet(const std::string& json, std::string* error) {
     w.privileges.clear();
     w.versions.clear();
     w.testIP.reset();
+    w.checkMode.reset();
   }
   return true;  // the old fleet is freed here, outside the lock
 }
@@ -287,6 +293,12 @@ void SetTestIP(bool on) {
   World& w = hostcore_detail::TheWorld();
   std::unique_lock lock(w.mutex);
   w.testIP = on;
+}
+
+void SetCheckMode(bool on) {
+  World& w = hostcore_detail::TheWorld();
+  std::unique_lock lock(w.mutex);
+  w.checkMode = on;
 }
 
 }  // namespace hostref

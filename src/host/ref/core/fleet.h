@@ -50,6 +50,7 @@ struct Fleet {
   std::unordered_set<int> rights;
   std::unordered_set<int> versions;
   bool testIP = false;
+  bool checkMode = false;
   std::string dirSvrIP;
   bool ver7_21 = false;
   std::unordered_map<int, int> config;

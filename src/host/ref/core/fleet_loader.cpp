@@ -143,7 +143,8 @@ bool ReadVehicles(Reader& r, const Json::Value& root, Fleet& fleet) {
 bool ReadFleet(Reader& r, const Json::Value& root, Fleet& fleet) {
   if (!root.isObject()) return r.Fail("fleet", "expected a JSON object");
   if (!ReadString(r, root, "session", fleet.session) || !ReadRights(r, root, fleet) ||
-      !ReadBool(r, root, "testIP", fleet.testIP) || !ReadString(r, root, "dirSvrIP", fleet.dirSvrIP) ||
+      !ReadBool(r, root, "testIP", fleet.testIP) ||
+      !ReadBool(r, root, "checkMode", fleet.checkMode) || !ReadString(r, root, "dirSvrIP", fleet.dirSvrIP) ||
       !ReadBool(r, root, "ver7_21", fleet.ver7_21))
     return false;
   if (root.isMember("versions") && !ReadIntList(r, root["versions"], "versions", fleet.versions)) return false;

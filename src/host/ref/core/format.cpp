@@ -136,6 +136,54 @@ std::string FormatStringMgr::GetTerminalType905(int type) {
   return *builtIn ? Texts().Get(kSectionTerminal905, std::to_string(type), builtIn) : std::string();
 }
 
+namespace {
+constexpr const char* kSectionAlarm = "ALARM";
+constexpr int kMillionths = 1000000;
+
+// The names of the alarm bits of a position report, by bit; "" for the reserved bits.
+constexpr const char* kAlarmNames[32] = {
+    "Emergency alarm", "Overspeed", "Fatigue driving", "Dangerous driving warning", "GNSS module fault",
+    "GNSS antenna disconnected", "GNSS antenna short-circuited", "Main power undervoltage", "Main power off",
+    "Display fault", "TTS module fault", "Camera fault", "IC card module fault", "Overspeed warning",
+    "Fatigue driving warning", "Driving violation warning", "", "", "Driving time exceeded today",
+    "Parked too long", "Entering or leaving an area", "Entering or leaving a route", "Route driving time wrong",
+    "Off the route", "Vehicle speed sensor fault", "Fuel level abnormal", "Vehicle stolen", "Illegal ignition",
+    "Illegal displacement", "Collision warning", "Rollover warning", "Door opened illegally"};
+}  // namespace
+
+// Whole degrees and six decimals from the integer, so no rounding creeps in.
+std::string GetLat(int millionths) {
+  const int64_t value = millionths;
+  const int64_t magnitude = value < 0 ? -value : value;
+  char text[32];
+  std::snprintf(text, sizeof text, "%s%lld.%06lld", value < 0 ? "-" : "", static_cast<long long>(magnitude / kMillionths),
+                static_cast<long long>(magnitude % kMillionths));
+  return text;
+}
+
+std::string FormatSpeedToString(float kmh) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.1f", static_cast<double>(kmh));
+  return text;
+}
+
+std::string FormatGPSToStrEx(int longitude, int latitude) { return GetLat(longitude) + "," + GetLat(latitude); }
+
+CMgrJTT& CMgrJTT::Instance() {
+  static CMgrJTT manager;
+  return manager;
+}
+
+std::string CMgrJTT::GetAlarmMaskString(uint32_t flags) const {
+  std::string text;
+  for (int bit = 0; bit < 32; ++bit) {
+    if (!((flags >> bit) & 1u)) continue;
+    const std::string fallback = *kAlarmNames[bit] ? kAlarmNames[bit] : FormatStringInt("Alarm bit %d", bit);
+    AddStringStatus(text, Texts().Get(kSectionAlarm, std::to_string(bit), fallback), ",");
+  }
+  return text;
+}
+
 namespace hostref {
 bool LoadHostTexts(const std::string& languageFile) {
   LoadExportTexts(languageFile);
