@@ -41,7 +41,19 @@ constexpr const char* kDefaultFleet = R"({
     {"id": 3, "name": "前海片区", "shape": "rectangle", "points": [[113880000, 22550000], [113920000, 22510000]]},
     {"id": 4, "name": "机场货运区", "shape": "polygon",
      "points": [[113800000, 22640000], [113830000, 22650000], [113845000, 22620000], [113810000, 22610000]]},
-    {"id": 5, "name": "Depot", "shape": "point", "lng": 114020000, "lat": 22560000}
+    {"id": 5, "name": "Depot", "shape": "point", "lng": 114020000, "lat": 22560000},
+    {"id": 6, "name": "Harbour yard", "shape": "circle", "lng": 151200000, "lat": -33500000, "radius": 70000,
+     "fence": 2, "map": 1},
+    {"id": 7, "name": "蛇口码头", "shape": "circle", "lng": 113915000, "lat": 22482000, "radius": 300, "fence": 3},
+    {"id": 8, "name": "Southern block", "shape": "rectangle", "points": [[20000000, -10000000], [22000000, -12000000]],
+     "fence": 4, "map": 2},
+    {"id": 9, "name": "宝安仓库", "shape": "rectangle", "points": [[113830000, 22580000], [113860000, 22560000]],
+     "fence": 5},
+    {"id": 10, "name": "盐田港区", "shape": "polygon", "outOfLine": true, "fence": 2,
+     "points": [[114230000, 22580000], [114280000, 22590000], [114290000, 22560000], [114240000, 22550000],
+                [114225000, 22565000]]},
+    {"id": 11, "name": "West quay", "shape": "polygon", "fence": 5, "map": 1,
+     "points": [[-9150000, 38700000], [-9140000, 38705000], [-9135000, 38695000]]}
   ],
   "lines": [
     {"id": 1, "name": "深南大道", "width": 50,

@@ -150,6 +150,8 @@ bool ReadFleet(Reader& r, const Json::Value& root, Fleet& fleet) {
   // Map markers and lines are kept as given for the map services.
   if (root.isMember("markers")) fleet.markers = root["markers"];
   if (root.isMember("lines")) fleet.lines = root["lines"];
+  std::string why;
+  if (!ReadMarkers(fleet.markers, fleet, &why)) return r.Fail("markers", why);
   return true;
 }
 
