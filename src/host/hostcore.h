@@ -121,6 +121,8 @@ void AddStringStatus(std::string& status, const std::string& item, const std::st
 std::string FormatStringInt(const std::string& format, int number);
 // "YYYY-MM-DD hh:mm:ss".
 std::string FormatSystemTime(const SYSTEMTIME& time);
+// A number of seconds as "hh:mm:ss" (hours beyond 23 kept).
+std::string FormatSecond(int seconds);
 // Readable text of a result code (network statuses and terminal error codes).
 std::string IDIRErrorString(int code);
 // The full-width form of an ASCII character text, for example "!" -> "！".
