@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/wintypes.h"
@@ -194,18 +195,43 @@ enum : int32_t {
   kMarkerOutOfLine = -3,  // a polygon whose lists are held out of line
 };
 
-// The user's own map markers.
+// One of the user's map lines: its width and its points, longitude and
+// latitude as decimal degree texts in the line's map type.
+struct _tagGPSMapLineEx {
+  int32_t nID = 0;
+  uint16_t uMapType = 0;
+  uint16_t uWidth = 0;  // metres
+  std::vector<std::pair<std::string, std::string>> points;
+};
+
+// The kind that lists the user's lines (GetAllMyMapMarkerEx).
+enum : int32_t { kMapLineKind = -17 };
+
+// The user's own map markers and lines.
 class CVMgrMyMapInfomation {
  public:
+  // Copies the line into *line; FALSE when there is no such line.
+  static BOOL FindMapLine(int id, _tagGPSMapLineEx* line);
+  // The ids of the user's objects of a kind (kMapLineKind: lines), released with LIBCOMMON_Release.
+  static void GetAllMyMapMarkerEx(int** ids, int* count, int kind);
   // Copies the marker into *marker; FALSE when there is no such marker.
   static BOOL FindMapMarkerEx(int id, _tagGPSMapMarkerEx* marker);
   static std::string GetMarkerName(const _tagGPSMapMarkerEx* marker);
+  // The name of a marker, or else of a line, by id.
   static std::string GetMarkerName(int id);
   // The ids of the markers whose shape type is one of types, in the host's
   // order; the array is released with LIBCOMMON_Release.
   static void GetAllMyMapMarkerExFormType(int** ids, int* count, const int* types, int typeCount);
   // The marker's longitude and latitude texts in a map type (-1: GPS).
   static BOOL GetMapJingWeiDu(const _tagGPSMapMarkerEx* marker, std::string& lng, std::string& lat, int mapType);
+};
+
+// The coordinate system of a map type.
+int MapType2MapGPSType(int mapType);
+class CGpsConvert {
+ public:
+  // Converts a point from a coordinate system to GPS, in place.
+  static BOOL Convert(double& lng, double& lat, int gpsType);
 };
 
 // The spreadsheet export object, made by the caller for one export. A path set

@@ -8,11 +8,10 @@
 
 #include "command/description.h"
 #include "command/page_template.h"
-#include "command/time_text.h"
 #include "host/hostcore.h"
 #include "lang/language.h"
 #include "pages/areas/area_keys.h"
-#include "platform/clock.h"
+#include "pages/areas/area_time.h"
 #include "text/numbers.h"
 
 namespace {
@@ -21,9 +20,6 @@ using C = CAreaPageBase;
 namespace key = areakey;
 
 constexpr int kSpeedMax = 255, kDrivingTimeMax = 65535;
-constexpr const char* kDateFormat = "yyyy'-'MM'-'dd";
-constexpr const char* kTimeFormat = "HH':'mm':'ss";
-constexpr WORD kLastHour = 23, kLastMinute = 59;
 
 constexpr int kSetupRadios[] = {C::kRadioUpdate, C::kRadioAppend, C::kRadioModify};
 constexpr int kSetupTexts[] = {C::kTextUpdate, C::kTextAppend, C::kTextModify};
@@ -36,19 +32,7 @@ constexpr int kMountainControls[] = {C::kCheckBan,         C::kMountainGroup,   
                                      C::kDrivingTimeUnit};
 
 bool Switch(int id) { return CConfigKestrelINI::ReadIniInt(id) != 0; }
-
-bool Earlier(const SYSTEMTIME& a, const SYSTEMTIME& b) {
-  return std::tie(a.wYear, a.wMonth, a.wDay, a.wHour, a.wMinute, a.wSecond) <
-         std::tie(b.wYear, b.wMonth, b.wDay, b.wHour, b.wMinute, b.wSecond);
-}
 }  // namespace
-
-std::string AreaTimeText(const SYSTEMTIME& t) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%02d%02d%02d%02d%02d%02d", t.wYear % 100, t.wMonth, t.wDay, t.wHour, t.wMinute,
-                t.wSecond);
-  return text;
-}
 
 // Sections: setup, attributes, the area item (id, picker, radius, times,
 // speeds, 2019 fields), the mountain-road ban, the area and unload types, buttons.
@@ -160,16 +144,7 @@ void CAreaPageBase::OnInitPage() {
     for (int i = 0; i < count; ++i) box->AddString(name(i));
     box->SetCurSel(0);
   }
-  SYSTEMTIME today = plat::GetLocalTime();
-  today.wHour = today.wMinute = today.wSecond = today.wMilliseconds = 0;
-  SYSTEMTIME last = today;
-  last.wHour = kLastHour, last.wMinute = kLastMinute, last.wSecond = kLastMinute;
-  for (auto [id, time, format] : {std::tuple{kStartDate, today, kDateFormat}, std::tuple{kStartTime, today, kTimeFormat},
-                                  std::tuple{kEndDate, last, kDateFormat}, std::tuple{kEndTime, last, kTimeFormat}}) {
-    auto* picker = Item<plat::DateTimePicker>(id);
-    picker->SetTime(time);
-    picker->SetFormat(format);
-  }
+  area::InitTimePickers(*this, {kStartDate, kStartTime, kEndDate, kEndTime});
   ApplyDependentEnabling();
 }
 
@@ -254,12 +229,6 @@ uint16_t CAreaPageBase::BuildWord() const {
   return static_cast<uint16_t>(word);
 }
 
-SYSTEMTIME CAreaPageBase::ReadTime(int datePicker, int timePicker, bool everyDay) const {
-  SYSTEMTIME time = PickedTime(*this, datePicker, timePicker);
-  if (everyDay) time.wYear = time.wMonth = time.wDay = 0;
-  return time;
-}
-
 void CAreaPageBase::OnSend() {
   SetBatch(static_cast<int>(selected_.size()), shape_.batchSize);
   idText_ = GetItemText(kIdEdit);
@@ -269,8 +238,8 @@ void CAreaPageBase::OnSend() {
   nightText_ = GetItemText(kNightEdit);
   word_ = BuildWord();
   const bool everyDay = IsChecked(kEveryDay);
-  start_ = ReadTime(kStartDate, kStartTime, everyDay);
-  end_ = ReadTime(kEndDate, kEndTime, everyDay);
+  start_ = area::ReadTime(*this, kStartDate, kStartTime, everyDay);
+  end_ = area::ReadTime(*this, kEndDate, kEndTime, everyDay);
   drivingSpeed_ = GetItemText(kDrivingSpeedEdit);
   drivingTime_ = GetItemText(kDrivingTimeEdit);
   nameText_ = GetItemText(kNameEdit);
@@ -283,7 +252,7 @@ BOOL CAreaPageBase::CheckParam() {
   CheckShape(check);
   return check.Filled(speedText_, kTextMaxSpeed, kSpeedEdit)
       .Filled(durationText_, kTextDuration, kDurationEdit)
-      .That(start_.wYear == 0 || Earlier(start_, end_), kTextTimeOrder)
+      .That(area::InOrder(start_, end_), kTextTimeOrder)
       .Ok();
 }
 
@@ -297,8 +266,8 @@ CBaseDlg::BatchRange CAreaPageBase::TakeBatch() {
 Json::Value CAreaPageBase::CommonKeys() const {
   Json::Value keys(Json::objectValue);
   keys[key::kAttr] = word_;
-  keys[key::kStart] = AreaTimeText(start_);
-  keys[key::kEnd] = AreaTimeText(end_);
+  keys[key::kStart] = area::TimeText(start_);
+  keys[key::kEnd] = area::TimeText(end_);
   keys[key::kMaxSpeed] = txt::WToI(speedText_);
   keys[key::kDuration] = txt::WToI(durationText_);
   if (Is2019()) keys[key::kNightSpeed] = txt::WToI(nightText_);

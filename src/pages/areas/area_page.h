@@ -108,7 +108,6 @@ class CAreaPageBase : public CBaseDlg {
   void ApplyDependentEnabling();
   void ApplySelectionEnabling();
   uint16_t BuildWord() const;
-  SYSTEMTIME ReadTime(int datePicker, int timePicker, bool everyDay) const;
 
   const Shape shape_;
   std::vector<int> selected_;
@@ -118,6 +117,3 @@ class CAreaPageBase : public CBaseDlg {
   std::string speedText_, durationText_, nightText_, drivingSpeed_, drivingTime_;
   int descriptionStart_ = 0;
 };
-
-// The time range text of a request: "YYMMDDhhmmss" (year modulo 100).
-std::string AreaTimeText(const SYSTEMTIME& time);

@@ -54,6 +54,11 @@ struct MarkerEntry {
   std::string lngList, latList;
 };
 
+struct LineEntry {
+  _tagGPSMapLineEx record;
+  std::string name;
+};
+
 struct Fleet {
   std::string session;
   bool allRights = true;
@@ -68,6 +73,8 @@ struct Fleet {
   Json::Value lines{Json::arrayValue};
   std::deque<MarkerEntry> markerRecords;  // fleet order
   std::unordered_map<int, const MarkerEntry*> markerById;
+  std::deque<LineEntry> lineRecords;  // fleet order
+  std::unordered_map<int, const LineEntry*> lineById;
 
   std::deque<VehicleRecord> vehicles;
   std::deque<DeviceRecord> devices;  // fleet order
@@ -84,6 +91,8 @@ std::unique_ptr<Fleet> ParseFleet(const std::string& json, std::string* error);
 
 // Builds the marker records from the fleet's "markers"; false and *error on a bad marker.
 bool ReadMarkers(const Json::Value& markers, Fleet& fleet, std::string* error);
+// Builds the line records from the fleet's "lines"; false and *error on a bad line.
+bool ReadLines(const Json::Value& lines, Fleet& fleet, std::string* error);
 // The marker records of the loaded fleet, valid until the next load.
 const Fleet& LoadedMarkers();
 

@@ -152,6 +152,7 @@ bool ReadFleet(Reader& r, const Json::Value& root, Fleet& fleet) {
   if (root.isMember("lines")) fleet.lines = root["lines"];
   std::string why;
   if (!ReadMarkers(fleet.markers, fleet, &why)) return r.Fail("markers", why);
+  if (!ReadLines(fleet.lines, fleet, &why)) return r.Fail("lines", why);
   return true;
 }
 

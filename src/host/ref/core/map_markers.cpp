@@ -1,7 +1,8 @@
-// The user's map markers (CVMgrMyMapInfomation), built from the fleet's
-// "markers" when a fleet loads (format in docs/fleet.md): the host's record
-// with decimal degree texts, the name beside it, and for a polygon whose lists
-// do not fit the record's texts (or that asks for it) the lists out of line.
+// The user's map markers and lines (CVMgrMyMapInfomation), built from the
+// fleet's "markers" and "lines" when a fleet loads (format in docs/fleet.md):
+// the host's record with decimal degree texts, the name beside it, and for a
+// polygon whose lists do not fit the record's texts (or that asks for it)
+// the lists out of line. Map types lie a fixed step from GPS.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -132,6 +133,34 @@ std::string Shifted(const std::string& list, int64_t micro) {
   return out;
 }
 
+bool ReadLine(const Json::Value& l, LineEntry& entry, std::string& why) {
+  if (!l.isObject() || !l["id"].isInt()) return why = "expected an object with an integer id", false;
+  entry.record.nID = l["id"].asInt();
+  int64_t width = 0, map = 0;
+  if (!IntMember(l, "width", width, why) || !IntMember(l, "map", map, why)) return false;
+  if (l.isMember("name") && !l["name"].isString()) return why = "name: expected a string", false;
+  entry.name = l.get("name", "").asString();
+  entry.record.uWidth = static_cast<uint16_t>(width);
+  entry.record.uMapType = static_cast<uint16_t>(map);
+  const Json::Value& points = l["points"];
+  if (!points.isNull() && !points.isArray()) return why = "points: expected an array of [lng, lat]", false;
+  for (const Json::Value& p : points) {
+    std::string x, y;
+    if (!p.isArray() || p.size() != 2 || !CoordinateText(p[0], x) || !CoordinateText(p[1], y))
+      return why = "points: expected an array of [lng, lat]", false;
+    entry.record.points.emplace_back(x, y);
+  }
+  return true;
+}
+
+const LineEntry* FindLine(int id) {
+  const Fleet& fleet = LoadedMarkers();
+  auto it = fleet.lineById.find(id);
+  return it == fleet.lineById.end() ? nullptr : it->second;
+}
+
+int64_t ShiftOf(int mapType) { return mapType == kMapTypeGps ? 0 : mapType * kMapShiftMicro; }
+
 const MarkerEntry* FindMarker(int id) {
   const Fleet& fleet = LoadedMarkers();
   auto it = fleet.markerById.find(id);
@@ -159,9 +188,55 @@ bool ReadMarkers(const Json::Value& markers, Fleet& fleet, std::string* error) {
   return true;
 }
 
+bool ReadLines(const Json::Value& lines, Fleet& fleet, std::string* error) {
+  if (!lines.isArray()) return *error = "expected an array of lines", false;
+  for (Json::ArrayIndex i = 0; i < lines.size(); ++i) {
+    LineEntry entry;
+    std::string why;
+    if (!ReadLine(lines[i], entry, why)) return *error = "[" + std::to_string(i) + "] " + why, false;
+    if (fleet.lineById.count(entry.record.nID)) {
+      return *error = "[" + std::to_string(i) + "] duplicate line id " + std::to_string(entry.record.nID), false;
+    }
+    const LineEntry& stored = fleet.lineRecords.emplace_back(std::move(entry));
+    fleet.lineById.emplace(stored.record.nID, &stored);
+  }
+  return true;
+}
+
 }  // namespace hostcore_detail
 
+using hostcore_detail::LineEntry;
 using hostcore_detail::MarkerEntry;
+
+BOOL CVMgrMyMapInfomation::FindMapLine(int id, _tagGPSMapLineEx* line) {
+  const LineEntry* entry = hostcore_detail::FindLine(id);
+  if (!entry || !line) return FALSE;
+  *line = entry->record;
+  return TRUE;
+}
+
+void CVMgrMyMapInfomation::GetAllMyMapMarkerEx(int** ids, int* count, int kind) {
+  if (!ids || !count) return;
+  *ids = nullptr;
+  *count = 0;
+  if (kind != kMapLineKind) return;
+  const auto& lines = hostcore_detail::LoadedMarkers().lineRecords;
+  if (lines.empty()) return;
+  auto* array = static_cast<int*>(std::malloc(lines.size() * sizeof(int)));
+  if (!array) return;
+  for (size_t i = 0; i < lines.size(); ++i) array[i] = lines[i].record.nID;
+  *ids = array;
+  *count = static_cast<int>(lines.size());
+}
+
+int MapType2MapGPSType(int mapType) { return mapType; }
+
+BOOL CGpsConvert::Convert(double& lng, double& lat, int gpsType) {
+  const double shift = static_cast<double>(hostcore_detail::ShiftOf(gpsType)) / 1e6;
+  lng -= shift;
+  lat -= shift;
+  return TRUE;
+}
 
 BOOL CVMgrMyMapInfomation::FindMapMarkerEx(int id, _tagGPSMapMarkerEx* marker) {
   const MarkerEntry* entry = hostcore_detail::FindMarker(id);
@@ -175,8 +250,9 @@ std::string CVMgrMyMapInfomation::GetMarkerName(const _tagGPSMapMarkerEx* marker
 }
 
 std::string CVMgrMyMapInfomation::GetMarkerName(int id) {
-  const MarkerEntry* entry = hostcore_detail::FindMarker(id);
-  return entry ? entry->name : std::string();
+  if (const MarkerEntry* entry = hostcore_detail::FindMarker(id)) return entry->name;
+  const LineEntry* line = hostcore_detail::FindLine(id);
+  return line ? line->name : std::string();
 }
 
 void CVMgrMyMapInfomation::GetAllMyMapMarkerExFormType(int** ids, int* count, const int* types, int typeCount) {
@@ -207,8 +283,7 @@ BOOL CVMgrMyMapInfomation::GetMapJingWeiDu(const _tagGPSMapMarkerEx* marker, std
   const std::string storedLng = outOfLine ? (marker->pJingDu ? marker->pJingDu : "") : marker->szJingDu;
   const std::string storedLat = outOfLine ? (marker->pWeiDu ? marker->pWeiDu : "") : marker->szWeiDu;
   // Each map type lies a fixed step from GPS; map type 0 is GPS itself.
-  const auto shiftOf = [](int type) { return type == hostcore_detail::kMapTypeGps ? 0 : type * hostcore_detail::kMapShiftMicro; };
-  const int64_t shift = shiftOf(mapType) - shiftOf(marker->uMapType);
+  const int64_t shift = hostcore_detail::ShiftOf(mapType) - hostcore_detail::ShiftOf(marker->uMapType);
   lng = hostcore_detail::Shifted(storedLng, shift);
   lat = hostcore_detail::Shifted(storedLat, shift);
   return TRUE;
