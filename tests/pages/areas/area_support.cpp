@@ -30,9 +30,13 @@ std::string Fleet(const std::vector<int>& without) {
     if (std::find(without.begin(), without.end(), id) != without.end()) continue;
     list += (list.empty() ? "" : ",") + std::string(R"({"id":)") + std::to_string(id) + "," + rest + "}";
   }
+  std::string points;
+  for (int i = 0; i < 20; ++i) points += std::string(i ? "," : "") + "[" + std::to_string(114000000 + i) + ",22000000]";
   return R"({"vehicles":[{"name":"A","devices":[{"id":1,"idno":"91001"}]},
     {"name":"B","devices":[{"id":2,"idno":"91002","attrs":{"80":1}}]},
-    {"name":"C","devices":[{"id":3,"idno":"91003"}]}],"markers":[)" + list + "]}";
+    {"name":"C","devices":[{"id":3,"idno":"91003"}]}],"markers":[)" + list + R"(],
+    "lines":[{"id":201,"name":"Long road","width":300,"points":[)" + points + R"(]},
+             {"id":202,"name":"West","width":20,"map":1,"points":[["-9.5","-1.25"],["-9.25","0.5"]]}]})";
 }
 
 Json::Value Parse(const std::string& text) {

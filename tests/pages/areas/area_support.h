@@ -18,6 +18,8 @@ namespace areatest {
 constexpr int kDevice2013 = 1, kDevice2019 = 2;
 // Markers: circles 1-3 and 100-124, rectangles 4-6, polygons 7 (in line) and 8 (out of line), point 9.
 constexpr int kFirstBatchCircle = 100, kBatchCircles = 25;
+// Lines: 201 (20 points, 300 m wide), 202 (2 points south-west of GPS, map type 1).
+constexpr int kLongLine = 201, kWestLine = 202;
 // The fleet, without the markers whose ids are left out.
 std::string Fleet(const std::vector<int>& without = {});
 Json::Value Parse(const std::string& text);

@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr int kCircles = 0x8600, kRectangles = 0x8602, kPolygon = 0x8604;
+constexpr int kCircles = 0x8600, kRectangles = 0x8602, kPolygon = 0x8604, kRoute = 0x8606;
+constexpr int kDeleteCircles = 0x8601, kDeleteRoutes = 0x8607, kQuery = 0x8608, kList = 0x86FE;
 
 class AreaTerminals : public PageWorld {
  protected:
@@ -29,6 +30,10 @@ class AreaTerminals : public PageWorld {
   }
   // The "result" a device answers to a command with a parameter text.
   int Ask(const std::string& dev, int command, const std::string& param) {
+    Json::Value value = Reply(dev, command, param);
+    return txt::JsonMemberInt(value, "result", -1);
+  }
+  Json::Value Reply(const std::string& dev, int command, const std::string& param) {
     std::string reply;
     auto callback = [](int32_t, const char* text, void* user) { *static_cast<std::string*>(user) = text ? text : ""; };
     NETHANDLE handle = 0;
@@ -40,7 +45,7 @@ class AreaTerminals : public PageWorld {
     NETCLIENT_MNCloseNormalCmd(handle);
     Json::Value value;
     EXPECT_TRUE(txt::ParseJson(reply, value)) << reply;
-    return txt::JsonMemberInt(value, "result", -1);
+    return value;
   }
   static std::string Ids(const std::string& dev, int command) {
     std::string ids;
@@ -102,6 +107,48 @@ TEST_F(AreaTerminals, PolygonsAddOrReplaceOneById) {
   const auto stored = hostref::terminals::StoredAreas("91001", kPolygon);
   ASSERT_EQ(stored.size(), 2u);
   EXPECT_EQ(stored.at(7)["PCT"].asInt(), 0);
+}
+
+TEST_F(AreaTerminals, DeleteByIdOrAll) {
+  ASSERT_EQ(Ask("91001", kCircles, Circles(0, {{1, 1}, {2, 2}, {3, 3}})), 0);
+  ASSERT_EQ(Ask("91001", kRoute, R"({"ID":9,"PCT":0})"), 0);
+  EXPECT_EQ(Ask("91001", kDeleteCircles, R"({"Count":2,"Item":[{"ID":3},{"ID":7}]})"), 0);
+  EXPECT_EQ(Ids("91001", kCircles), "1:1 2:2 ") << "an id not held is no fault";
+  EXPECT_EQ(Ask("91001", kDeleteCircles, R"({"Item":[]})"), 2) << "no count";
+  EXPECT_EQ(Ask("91001", kDeleteCircles, R"({"Count":0})"), 0);
+  EXPECT_EQ(Ids("91001", kCircles), "");
+  EXPECT_EQ(hostref::terminals::StoredAreas("91001", kRoute).size(), 1u) << "routes are another kind";
+  EXPECT_EQ(Ask("91001", kDeleteRoutes, R"({"Count":1,"Item":[{"ID":9}]})"), 0);
+  EXPECT_TRUE(hostref::terminals::StoredAreas("91001", kRoute).empty());
+}
+
+TEST_F(AreaTerminals, QueryAnswersFromWhatIsHeld) {
+  std::initializer_list<std::pair<int, int>> twelve = {{1, 1}, {2, 1}, {3, 1}, {4, 1}, {5, 1}, {6, 1},
+                                                       {7, 1}, {8, 1}, {9, 1}, {10, 1}, {11, 1}, {12, 1}};
+  ASSERT_EQ(Ask("91002", kCircles, Circles(0, twelve)), 0);
+  ASSERT_EQ(Ask("91002", kCircles, R"({"Setup":1,"Item":[{"ID":20,"BTM":"260501080000","ETM":"000000183000"}]})"), 0);
+  const Json::Value all = Reply("91002", kQuery, R"({"ATPYE":1,"IDS":""})");
+  EXPECT_EQ(all["ATPYE"].asInt(), 1);
+  ASSERT_EQ(all["Count"].asInt(), 2) << "ten circles to a packet";
+  EXPECT_EQ(all["Item"][0]["Count"].asInt(), 10);
+  EXPECT_EQ(all["Item"][1]["Count"].asInt(), 3);
+  EXPECT_EQ(all["Item"][1]["Item"][2]["BTM"].asString(), "2026-05-01 08:00:00");
+  EXPECT_EQ(all["Item"][1]["Item"][2]["ETM"].asString(), "2000-00-00 18:30:00");
+  const Json::Value some = Reply("91002", kQuery, R"({"ATPYE":1,"IDS":"20,3,99,x"})");
+  ASSERT_EQ(some["Count"].asInt(), 1);
+  EXPECT_EQ(some["Item"][0]["Item"][0]["ID"].asInt(), 20);
+  EXPECT_EQ(some["Item"][0]["Item"][1]["ID"].asInt(), 3);
+  EXPECT_EQ(Reply("91002", kQuery, R"({"ATPYE":4,"IDS":""})")["Count"].asInt(), 0);
+  EXPECT_EQ(Ask("91002", kQuery, R"({"ATPYE":5})"), 2);
+  EXPECT_EQ(Ask("91001", kQuery, R"({"ATPYE":1})"), 3) << "a 2013 terminal does not know the query";
+}
+
+TEST_F(AreaTerminals, StoredListOfEveryKind) {
+  ASSERT_EQ(Ask("91001", kCircles, Circles(0, {{1, 1}})), 0);
+  ASSERT_EQ(Ask("91001", kPolygon, R"({"ID":4})"), 0);
+  ASSERT_EQ(Ask("91001", kRoute, R"({"ID":4})"), 0);
+  const Json::Value list = Reply("91001", kList, "");
+  EXPECT_EQ(txt::WriteCompactJson(list["Item"]), R"([{"ID":1,"Type":1},{"ID":4,"Type":3},{"ID":4,"Type":4}])");
 }
 
 }  // namespace
