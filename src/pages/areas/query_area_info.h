@@ -37,6 +37,8 @@ class CDlgQueryAreaInfo : public CBaseDlg {
  protected:
   void OnInitPage() override;
   void OnAnswer(CommandRequest& request, const Json::Value& reply) override;
+  // An answer that is no list lists nothing.
+  void OnNoAnswer(CommandRequest& request) override { OnAnswer(request, Json::Value()); }
 
  private:
   // The requests of one kind's rows: the kind, and the rows a request carries.
