@@ -1,6 +1,7 @@
 // Reading markers and coordinates for the area pages and pickers.
 #include "pages/areas/area_marker.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -10,6 +11,7 @@
 namespace area {
 namespace {
 constexpr double kMicroPerDegree = 1000000.0;
+constexpr double kMaxMicro = 4294967295.0;
 }  // namespace
 
 Coordinate ParseCoordinate(std::string_view text) {
@@ -19,7 +21,9 @@ Coordinate ParseCoordinate(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), degrees);
   if (error != std::errc() || !std::isfinite(degrees)) return {};
   (void)end;
-  return {static_cast<int64_t>(std::fabs(degrees) * kMicroPerDegree), degrees < 0};
+  // A terminal's coordinate is a 32-bit unsigned number.
+  const double micro = std::min(std::fabs(degrees) * kMicroPerDegree, kMaxMicro);
+  return {static_cast<int64_t>(micro), degrees < 0};
 }
 
 std::vector<std::string> SplitList(std::string_view list) {

@@ -35,8 +35,6 @@ class CDlgAreaBase : public CDlgPopupBase {
   int FenceLevel() const { return fenceLevel_; }
   // The checked markers shown when OK was pressed, in list order.
   const std::vector<int>& Result() const { return result_; }
-  // The markers listed now.
-  const std::vector<int>& Shown() const { return shown_; }
 
  protected:
   struct Column {

@@ -21,7 +21,7 @@ TEST(AreaCoordinate, TruncatedMagnitudeAndHemisphere) {
       {"22.533", 22533000, false},     {"+1.5", 1500000, false},
       {" 2.5", 2500000, false},        {"3.25,4", 3250000, false},  // a list: its first number
       {"", 0, false},                  {"abc", 0, false},
-      {"1e3", 1000000000, false},
+      {"1e3", 1000000000, false},      {"-1e300", 4294967295, true},  // no more than a terminal's 32 bits
   };
   for (const auto& c : cases) {
     const area::Coordinate got = area::ParseCoordinate(c.text);
