@@ -121,6 +121,32 @@ TEST_F(Markers, CoordinatesInAnotherMapType) {
   EXPECT_EQ(lng, "-9.149000,-9.139000");
 }
 
+TEST(MapLines, ListedFoundNamedAndConverted) {
+  ASSERT_TRUE(hostref::LoadFleet(R"({"markers":[{"id":1,"name":"M"}],"lines":[
+    {"id":1,"name":"shadowed"},{"id":30,"name":"L","width":40,"map":2,"points":[[113000000,22000000],["-1.5","2"]]}]})"));
+  int* ids = nullptr;
+  int count = 0;
+  CVMgrMyMapInfomation::GetAllMyMapMarkerEx(&ids, &count, kMapLineKind);
+  EXPECT_EQ(std::vector<int>(ids, ids + count), (std::vector<int>{1, 30}));
+  LIBCOMMON_Release(ids);
+  CVMgrMyMapInfomation::GetAllMyMapMarkerEx(&ids, &count, 0);
+  EXPECT_EQ(count, 0) << "only lines are listed by kind";
+  _tagGPSMapLineEx line;
+  ASSERT_TRUE(CVMgrMyMapInfomation::FindMapLine(30, &line));
+  EXPECT_EQ(line.uWidth, 40);
+  EXPECT_EQ(line.uMapType, 2);
+  EXPECT_EQ(line.points, (std::vector<std::pair<std::string, std::string>>{{"113.000000", "22.000000"}, {"-1.5", "2"}}));
+  EXPECT_EQ(CVMgrMyMapInfomation::GetMarkerName(30), "L");
+  EXPECT_EQ(CVMgrMyMapInfomation::GetMarkerName(1), "M") << "a marker's id names the marker";
+  double lng = 113.0, lat = 22.0;
+  ASSERT_TRUE(CGpsConvert::Convert(lng, lat, MapType2MapGPSType(line.uMapType)));
+  EXPECT_NEAR(lng, 112.999, 1e-9);
+  EXPECT_NEAR(lat, 21.999, 1e-9);
+  std::string error;
+  EXPECT_FALSE(hostref::LoadFleet(R"({"lines":[{"id":1},{"id":1}]})", &error));
+  EXPECT_EQ(error.rfind("lines", 0), 0u) << error;
+}
+
 TEST(MarkerLoader, RefusesBadMarkersAndKeepsTheOldFleet) {
   ASSERT_TRUE(hostref::LoadFleet(kMarkerFleet));
   const struct {
