@@ -135,6 +135,10 @@ class CBaseDlg : public CDlgChildBase {
   // The items the request being built carries (for GetParam in BatchMode).
   BatchRange CurrentBatch() const;
 
+  // The command of the request being built: a page whose requests carry
+  // different commands (BatchMode) sets it in GetParam.
+  void SetCommandType(int32_t commandType) { CommandType = commandType; }
+
   // Adds text to the end of a multi-line edit, in place.
   void AppendText(int editId, const std::string& text);
 

@@ -3,8 +3,10 @@
 // UTF-8. A deployment swaps the library behind this header for the host's own.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/wintypes.h"
@@ -122,6 +124,8 @@ void AddStringStatus(std::string& status, const std::string& item, const std::st
 std::string FormatStringInt(const std::string& format, int number);
 // "YYYY-MM-DD hh:mm:ss".
 std::string FormatSystemTime(const SYSTEMTIME& time);
+// A number of seconds as "hh:mm:ss" (hours beyond 23 kept).
+std::string FormatSecond(int seconds);
 // Readable text of a result code (network statuses and terminal error codes).
 std::string IDIRErrorString(int code);
 // The host's own text of an id (1: its word for a vehicle); "" when it has none.
@@ -178,6 +182,79 @@ class CDevListDataBase {
 CDevListDataBase* CreateDevListObject();
 void DeleteDevListObject(CDevListDataBase* object);
 void LIBCOMMON_Release(void* memory);
+
+// One of the user's own map markers, laid out as the host lays it out; the
+// plug-in only reads it. Coordinates are decimal degree texts, lists
+// comma-separated. A marker of shape type kMarkerOutOfLine keeps its lists
+// behind the two pointers (the host's 32-bit layout has them at 672 and 676;
+// here they are pointer-sized, from 672).
+struct _tagGPSMapMarkerEx {
+  int32_t nID;             // 0
+  int32_t nType;           // 4: shape type
+  int32_t nFenceType;      // 8: fence class
+  char reserved1[40];
+  char szJingDu[256];      // 52: longitude text
+  char szWeiDu[256];       // 308: latitude text
+  char reserved2[74];
+  uint16_t uRadiusLow;     // 638: radius in metres, low half
+  uint16_t uMapType;       // 640: map type of the coordinates
+  char reserved3[6];
+  uint16_t uRadiusHigh;    // 648: radius in metres, high half
+  char reserved4[22];
+  const char* pJingDu;     // 672: longitude list of an out-of-line marker
+  const char* pWeiDu;      // latitude list of an out-of-line marker
+};
+static_assert(offsetof(_tagGPSMapMarkerEx, nFenceType) == 8 && offsetof(_tagGPSMapMarkerEx, szJingDu) == 52 &&
+              offsetof(_tagGPSMapMarkerEx, szWeiDu) == 308 && offsetof(_tagGPSMapMarkerEx, uRadiusLow) == 638 &&
+              offsetof(_tagGPSMapMarkerEx, uMapType) == 640 && offsetof(_tagGPSMapMarkerEx, uRadiusHigh) == 648 &&
+              offsetof(_tagGPSMapMarkerEx, pJingDu) == 672);
+
+// Marker shape types.
+enum : int32_t {
+  kMarkerRectangle = 2,
+  kMarkerPolygon = 3,
+  kMarkerCircle = 10,
+  kMarkerOutOfLine = -3,  // a polygon whose lists are held out of line
+};
+
+// One of the user's map lines: its width and its points, longitude and
+// latitude as decimal degree texts in the line's map type.
+struct _tagGPSMapLineEx {
+  int32_t nID = 0;
+  uint16_t uMapType = 0;
+  uint16_t uWidth = 0;  // metres
+  std::vector<std::pair<std::string, std::string>> points;
+};
+
+// The kind that lists the user's lines (GetAllMyMapMarkerEx).
+enum : int32_t { kMapLineKind = -17 };
+
+// The user's own map markers and lines.
+class CVMgrMyMapInfomation {
+ public:
+  // Copies the line into *line; FALSE when there is no such line.
+  static BOOL FindMapLine(int id, _tagGPSMapLineEx* line);
+  // The ids of the user's objects of a kind (kMapLineKind: lines), released with LIBCOMMON_Release.
+  static void GetAllMyMapMarkerEx(int** ids, int* count, int kind);
+  // Copies the marker into *marker; FALSE when there is no such marker.
+  static BOOL FindMapMarkerEx(int id, _tagGPSMapMarkerEx* marker);
+  static std::string GetMarkerName(const _tagGPSMapMarkerEx* marker);
+  // The name of a marker, or else of a line, by id.
+  static std::string GetMarkerName(int id);
+  // The ids of the markers whose shape type is one of types, in the host's
+  // order; the array is released with LIBCOMMON_Release.
+  static void GetAllMyMapMarkerExFormType(int** ids, int* count, const int* types, int typeCount);
+  // The marker's longitude and latitude texts in a map type (-1: GPS).
+  static BOOL GetMapJingWeiDu(const _tagGPSMapMarkerEx* marker, std::string& lng, std::string& lat, int mapType);
+};
+
+// The coordinate system of a map type.
+int MapType2MapGPSType(int mapType);
+class CGpsConvert {
+ public:
+  // Converts a point from a coordinate system to GPS, in place.
+  static BOOL Convert(double& lng, double& lat, int gpsType);
+};
 
 // The spreadsheet export object, made by the caller for one export. A path set
 // before the export is where the file goes; otherwise the export asks the user

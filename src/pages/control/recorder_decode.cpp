@@ -34,7 +34,7 @@ constexpr const char *kVersion = "VER", *kItems = "Item", *kTime = "DTM", *kDriv
 // Language texts of the decoded lines.
 namespace text {
 enum : int {
-  kLongitude = 12101, kLatitude = 12102, kUnknown = 12103, kLogin = 12104, kLogout = 12105, kStartTime = 12408,
+  kLongitude = 12102, kLatitude = 12101, kUnknown = 12103, kLogin = 12104, kLogout = 12105, kStartTime = 12408,
   kAllWords = 13313, kTime = 13431, kDriverCode = 13426,
   kLicence2003 = 20000, kRecorderTime = 20001, kMileage = 20002, kCoefficient = 20003, kSpeed = 20004, kPlate = 20005,
   kPlateClass = 20006, kVin = 20007, kStatus = 20008, kDriver = 20009, kBegin2003 = 20010, kEnd2003 = 20011,

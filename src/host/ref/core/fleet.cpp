@@ -116,6 +116,11 @@ std::optional<std::string> FleetConfigText(int id, int index) {
   });
 }
 
+// Marker records never change once loaded, so they are read without the lock.
+const Fleet& LoadedMarkers() {
+  return *ReadFleet<const Fleet*>([](World& w) { return w.fleet.get(); });
+}
+
 }  // namespace hostcore_detail
 
 using hostcore_detail::DeviceRecord;

@@ -17,6 +17,8 @@
 
 #include <json/value.h>
 
+#include "host/hostcore.h"
+
 class CLogFile2;
 
 namespace hostcore_detail {
@@ -44,6 +46,19 @@ struct TextHash {
   size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
 };
 
+// A map marker of the fleet: the host's record, its name, and the lists an
+// out-of-line marker's record points to.
+struct MarkerEntry {
+  _tagGPSMapMarkerEx record{};
+  std::string name;
+  std::string lngList, latList;
+};
+
+struct LineEntry {
+  _tagGPSMapLineEx record;
+  std::string name;
+};
+
 struct Fleet {
   std::string session;
   bool allRights = true;
@@ -57,6 +72,10 @@ struct Fleet {
   std::map<std::pair<int, int>, std::string> configText;  // (id, index) -> text
   Json::Value markers{Json::arrayValue};
   Json::Value lines{Json::arrayValue};
+  std::deque<MarkerEntry> markerRecords;  // fleet order
+  std::unordered_map<int, const MarkerEntry*> markerById;
+  std::deque<LineEntry> lineRecords;  // fleet order
+  std::unordered_map<int, const LineEntry*> lineById;
 
   std::deque<VehicleRecord> vehicles;
   std::deque<DeviceRecord> devices;  // fleet order
@@ -70,6 +89,13 @@ struct Fleet {
 
 // Builds a fleet from its JSON text; null and *error when it is no fleet.
 std::unique_ptr<Fleet> ParseFleet(const std::string& json, std::string* error);
+
+// Builds the marker records from the fleet's "markers"; false and *error on a bad marker.
+bool ReadMarkers(const Json::Value& markers, Fleet& fleet, std::string* error);
+// Builds the line records from the fleet's "lines"; false and *error on a bad line.
+bool ReadLines(const Json::Value& lines, Fleet& fleet, std::string* error);
+// The marker records of the loaded fleet, valid until the next load.
+const Fleet& LoadedMarkers();
 
 // Defaults of the configuration from the loaded fleet ("config", "configText").
 std::optional<int> FleetConfigInt(int id);

@@ -155,6 +155,9 @@ bool ReadFleet(Reader& r, const Json::Value& root, Fleet& fleet) {
   // Map markers and lines are kept as given for the map services.
   if (root.isMember("markers")) fleet.markers = root["markers"];
   if (root.isMember("lines")) fleet.lines = root["lines"];
+  std::string why;
+  if (!ReadMarkers(fleet.markers, fleet, &why)) return r.Fail("markers", why);
+  if (!ReadLines(fleet.lines, fleet, &why)) return r.Fail("lines", why);
   return true;
 }
 

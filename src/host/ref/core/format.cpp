@@ -89,6 +89,13 @@ std::string FormatSystemTime(const SYSTEMTIME& time) {
   return text;
 }
 
+std::string FormatSecond(int seconds) {
+  if (seconds < 0) seconds = 0;
+  char text[32];
+  std::snprintf(text, sizeof text, "%02d:%02d:%02d", seconds / 3600, seconds / 60 % 60, seconds % 60);
+  return text;
+}
+
 std::string GetChineseChar(const std::string& ascii) {
   std::string out;
   out.reserve(ascii.size() * 3);

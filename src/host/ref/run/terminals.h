@@ -16,6 +16,7 @@
 // test reading that state takes the lock with Locked().
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -102,5 +103,10 @@ struct ReceivedText {
   std::string text;  // UTF-8, as the operator typed it
 };
 std::vector<ReceivedText> Texts(const std::string& devIdno);
+
+// What the areas family keeps: a device's stored areas of one kind (the set
+// command's number: 0x8600 circles, 0x8602 rectangles, 0x8604 polygons, 0x8606 routes), by
+// id, each as the set command's item carried it.
+std::map<uint32_t, Json::Value> StoredAreas(const std::string& devIdno, int setCommand);
 
 }  // namespace hostref::terminals
