@@ -71,6 +71,19 @@ ControlSpec GetButton(RECT rect) { return Button(ctl::Get, "获取", rect); }
 ControlSpec CancelButton(RECT rect) { return Button(ctl::Cancel, "取消", rect); }
 }  // namespace row
 
+plat::DialogTemplate FitToPageArea(plat::DialogTemplate dialog) {
+  const double sx = dialog.size.cx > kPageArea.cx ? double(kPageArea.cx) / dialog.size.cx : 1.0;
+  const double sy = dialog.size.cy > kPageArea.cy ? double(kPageArea.cy) / dialog.size.cy : 1.0;
+  if (sx == 1.0 && sy == 1.0) return dialog;
+  const auto x = [&](int v) { return static_cast<int>(v * sx); };
+  const auto y = [&](int v) { return static_cast<int>(v * sy); };
+  for (plat::ControlSpec& spec : dialog.controls) {
+    spec.rect = {x(spec.rect.left), y(spec.rect.top), x(spec.rect.right), y(spec.rect.bottom)};
+  }
+  dialog.size = {x(dialog.size.cx), y(dialog.size.cy)};
+  return dialog;
+}
+
 plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<TemplateSection> sections) {
   plat::DialogTemplate dialog{id, "", size, {}};
   int section = 0;

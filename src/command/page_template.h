@@ -56,3 +56,9 @@ ControlSpec CancelButton(RECT rect);
 using TemplateSection = std::initializer_list<plat::ControlSpec>;
 // The template of a dialog: its size and its sections in display order.
 plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<TemplateSection> sections);
+
+// The page area of the hosting windows: a page's template fits in it.
+constexpr SIZE kPageArea{600, 500};
+// A template drawn larger than the page area, scaled down to fit it (the
+// proportions of every rectangle kept); one that fits is returned unchanged.
+plat::DialogTemplate FitToPageArea(plat::DialogTemplate dialog);

@@ -120,7 +120,7 @@ plat::DialogTemplate CAreaPageBase::MakeTemplate(const Shape& shape, const char*
       dialog.controls.push_back(spec);
     }
   }
-  return dialog;
+  return FitToPageArea(dialog);
 }
 
 CAreaPageBase::CAreaPageBase(const Shape& shape) : CBaseDlg(shape.templateId), shape_(shape) {

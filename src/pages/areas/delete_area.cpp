@@ -92,7 +92,7 @@ void CDlgDeleteArea::OnSend() {
 BOOL CDlgDeleteArea::CheckParam() {
   return ParamCheck(*this).That(deleteAll_ || !ids_.empty(),
                                 LanguageText(Routes() ? kTextRouteId : kTextAreaId) +
-                                    LanguageText(ParamCheck::kMustBeFilled), kIdEdit).Ok();
+                                    LanguageText(ParamCheck::kTextMustBeFilled), kIdEdit).Ok();
 }
 
 std::vector<int32_t> CDlgDeleteArea::BatchIds(int batch) const {

@@ -57,7 +57,7 @@ Json::Value PointObject(const area::RoutePoint& p) {
 plat::DialogTemplate CDlgSetupThread::Layout() {
   using namespace row;
   namespace style = plat::style;
-  return PageTemplate(
+  return FitToPageArea(PageTemplate(
       kTemplate, {700, 330},
       {{Box(kAttrGroup, "线路属性", {10, 5, 690, 75}, kTextAttributes, style::Group),
         Check(kCheckByTime, "根据时间", {20, 25, 180, 45}, kTextByTime),
@@ -75,7 +75,7 @@ plat::DialogTemplate CDlgSetupThread::Layout() {
         Static(kEndLabel, "结束时间", {20, 170, 110, 190}, kTextEnd), Date(kEndDate, {115, 168, 250, 190}),
         Time(kEndTime, {255, 168, 360, 190})},
        {Static(kNameLabel, "区域名称", {20, 205, 110, 225}, kTextName), Edit(kNameEdit, {115, 203, 680, 225})},
-       {SetButton({500, 290, 590, 318}), CancelButton({600, 290, 690, 318})}});
+       {SetButton({500, 290, 590, 318}), CancelButton({600, 290, 690, 318})}}));
 }
 
 CDlgSetupThread::CDlgSetupThread() : CBaseDlg(kTemplate) {

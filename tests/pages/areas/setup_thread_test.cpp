@@ -83,7 +83,9 @@ TEST_F(SetupThread, EditorKeepsValuesInRangeAndRefusesOthers) {
       d.Item<plat::Button>(E::kApply)->Click();
       d.Item<plat::Button>(E::kOk)->Click();
     });
-    EXPECT_EQ(TipTexts(), c.tip ? std::vector<std::string>{T(c.tip)} : std::vector<std::string>{}) << c.typed;
+    // A coordinate's tip carries the degrees it may take.
+    const std::string tip = c.tip ? T(c.tip) + (c.tip == E::kTextCoordinateRange ? E::kCoordinateRange : "") : "";
+    EXPECT_EQ(TipTexts(), c.tip ? std::vector<std::string>{tip} : std::vector<std::string>{}) << c.typed;
     const auto& points = page->As<R>().Points();
     ASSERT_EQ(points.size(), 2u);
     const auto original = area::RouteFromLine([] {
