@@ -67,7 +67,7 @@ bool Platform::Start(NETHANDLE handle) {
     channel->heldKey = nextOrder_++;
     held_.emplace(channel->heldKey, channel);
   } else {
-    Schedule(channel, Clock::now() + std::chrono::milliseconds(settings_.DelayOf(devIdno)));
+    Schedule(channel, Clock::now() + std::chrono::milliseconds(settings_.DelayOf(channel->request)));
   }
   return true;
 }

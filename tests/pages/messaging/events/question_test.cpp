@@ -1,5 +1,7 @@
 // The question page and the information service page: numbered answers, the
 // answer the terminal reports, the type box.
+#include <chrono>
+
 #include "pages/messaging/events/events_world.h"
 #include "pages/messaging/events/info_service.h"
 #include "pages/messaging/events/send_question.h"
@@ -57,6 +59,17 @@ TEST_F(QuestionTest, TheTerminalsAnswerIsShownAndDescribed) {
   ASSERT_EQ(asked.size(), 2u);
   EXPECT_EQ(asked[1].answers, (std::map<int, std::string>{{0, "Yes"}, {1, "No"}, {2, "Later"}}));
   EXPECT_EQ(asked[1].answered, 1);
+}
+
+TEST_F(QuestionTest, TheDriverTakesTimeToAnswer) {
+  const int delay = hostref::terminals::AnswerDelayMs(Q::kCommand);
+  ASSERT_GT(delay, 0);
+  EXPECT_EQ(hostref::terminals::AnswerDelayMs(CDlgInfoService::kCommand), 0) << "information is taken at once";
+  Ask("Q", {"A", "", "", ""});
+  const auto start = std::chrono::steady_clock::now();
+  page->Send(ctl::Set);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(delay));
+  EXPECT_EQ(page->Text(Q::kGivenEdit), "A");
 }
 
 TEST_F(QuestionTest, RepliesWithoutAKnownAnswerKeepTheBox) {

@@ -2,9 +2,9 @@
 // event list, information menu and phone book and changes them by the set
 // type of the command: 0 delete all, 1 replace, 2 append, 3 modify the items
 // it has (unknown ones are ignored), 4 delete the given events. A question is
-// answered with one of its answers, the driver's choice turning round the
-// answers question by question. Taxi terminals (attribute 81, or 117) take
-// the VoIP bit of a call-back and of a contact.
+// answered, once the driver has had time to choose, with one of its answers:
+// the choice turns round the answers question by question. Taxi terminals
+// (attribute 81, or 117) take the VoIP bit of a call-back and of a contact.
 #include "host/ref/run/terminals/events.h"
 
 #include <json/value.h>
@@ -25,6 +25,8 @@ constexpr int kSetEvents = 0x8301, kQuestion = 0x8302, kSetInfoMenu = 0x8303, kI
 constexpr int kAttrTaxi = 81, kAttrTaxiPhone = 117;
 constexpr int kIdMax = 255;
 constexpr int kVoip = 0x80, kListen = 1, kBothDirections = 3;
+// A question's answer comes once the driver has read it and chosen.
+constexpr int kDriverAnswerMs = 200;
 
 enum SetType { kDeleteAll = 0, kReplace = 1, kAppend = 2, kModify = 3, kDeleteGiven = 4 };
 
@@ -123,7 +125,7 @@ const RegisterResponder kAsk{kQuestion, [](const TerminalRequest& r) -> Answer {
   }
   g_state[r.devIdno].questions.push_back(std::move(question));
   return Reply(body);
-}};
+}, kDriverAnswerMs};
 
 const RegisterResponder kInfo{kInfoService, [](const TerminalRequest& r) -> Answer {
   const auto type = IntIn(r.param, "INTY", 0, 0xFF);
