@@ -119,6 +119,23 @@ TEST_F(NetAnswers, ALongerDelayAnswersLater) {
   EXPECT_EQ(slow, 1);
 }
 
+TEST_F(NetAnswers, TheRespondersOwnTimeDelaysOnlyItsAnswers) {
+  static std::atomic<int> turn{0};
+  turn = 0;
+  net::SetResponder([](const hostref::SentRequest&) { return std::optional<std::string>(kFromResponder); });
+  net::SetAnswerDelay([](const hostref::SentRequest& r) { return r.devIdno == "quick" ? 0 : 30; });
+  net::SetReply("fixed", "x");  // a device with its own reply does not wait for the responder
+  int thinking = -1, fixed = -1, quick = -1;
+  auto note = [](int32_t, const char*, void* user) { *static_cast<int*>(user) = turn++; };
+  Start("thinking", &thinking, note);
+  Start("fixed", &fixed, note);
+  Start("quick", &quick, note);
+  net::WaitIdle();
+  EXPECT_EQ(thinking, 2);
+  EXPECT_LT(fixed, 2);
+  EXPECT_LT(quick, 2);
+}
+
 TEST_F(NetChannels, RefusedStepsAndCounts) {
   const size_t open = net::OpenChannels();
   net::SetFailOpen("no-open", true);
