@@ -80,6 +80,8 @@ TEST_F(EventListTest, DisabledBoxesStillSendTheirRows) {
   page->Click(E::kRadioDeleteGiven);
   EXPECT_EQ(page->Send(ctl::Set), R"({"Count":2,"EVIT":[{"EVID":5,"TEXT":"kept"},{"EVID":6,"TEXT":"gone"}],"SETP":4})");
   EXPECT_EQ(Description(), Fields({{T(13000), T(13004)}, {T(13006), T(13007) + "1=5;" + T(13007) + "2=6"}}));
+  EXPECT_TRUE(page->Enabled(E::kIdEdits[0]) && page->Enabled(E::kRadioUpdate));
+  EXPECT_FALSE(page->Enabled(E::kTextEdits[0])) << "the end of the send enables the boxes the type uses, no more";
   page->Click(E::kRadioDeleteAll);
   EXPECT_EQ(page->Send(ctl::Set), R"({"Count":2,"EVIT":[{"EVID":5,"TEXT":"kept"},{"EVID":6,"TEXT":"gone"}],"SETP":0})");
   EXPECT_EQ(Description(), Fields({{T(13000), T(13001)}, {T(13006), ""}}));
