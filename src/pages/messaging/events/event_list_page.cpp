@@ -3,7 +3,7 @@
 // description.
 #include "pages/messaging/events/event_list_page.h"
 
-#include <cstdio>
+#include <iterator>
 #include <set>
 
 #include "command/description.h"

@@ -2,6 +2,7 @@
 // and the two description forms.
 #include "pages/messaging/events/setup_phone.h"
 
+#include <iterator>
 #include <set>
 
 #include "command/description.h"
