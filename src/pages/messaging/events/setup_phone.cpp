@@ -2,7 +2,10 @@
 // and the two description forms.
 #include "pages/messaging/events/setup_phone.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <iterator>
+#include <vector>
 #include <set>
 
 #include "command/description.h"
@@ -32,6 +35,17 @@ namespace key {
 constexpr const char *kType = "SETP", *kContacts = "PHIT", *kFlag = "Flag", *kPhone = "PHONE", *kName = "LIMN";
 }  // namespace key
 
+// Puts controls right after another control of a template, in its layout group.
+void InsertAfter(plat::DialogTemplate& dialog, int anchor, std::initializer_list<plat::ControlSpec> specs) {
+  auto it = std::find_if(dialog.controls.begin(), dialog.controls.end(),
+                         [anchor](const plat::ControlSpec& spec) { return spec.id == anchor; });
+  if (it == dialog.controls.end()) return;
+  const int group = it->layoutGroup;
+  std::vector<plat::ControlSpec> placed(specs);
+  for (plat::ControlSpec& spec : placed) spec.layoutGroup = group;
+  dialog.controls.insert(it + 1, placed.begin(), placed.end());
+}
+
 // The call directions in the flag's low four bits; other values have no text.
 std::string DirectionText(uint8_t flag) {
   switch (flag & kDirectionMask) {
@@ -43,7 +57,7 @@ std::string DirectionText(uint8_t flag) {
 }
 }  // namespace
 
-plat::DialogTemplate CPhoneBookPage::MakeTemplate(int templateId, TemplateSection numberKindRadios) {
+plat::DialogTemplate CPhoneBookPage::MakeTemplate(int templateId) {
   using namespace row;
   namespace style = plat::style;
   static const char* const kRowCaptions[kRows] = {"联系人1", "联系人2", "联系人3", "联系人4"};
@@ -77,7 +91,6 @@ plat::DialogTemplate CPhoneBookPage::MakeTemplate(int templateId, TemplateSectio
         label(1), name(1), nameNote(1), flagLabel(1), flag(1), phoneLabel(1), phone(1), phoneNote(1),
         label(2), name(2), nameNote(2), flagLabel(2), flag(2), phoneLabel(2), phone(2), phoneNote(2),
         label(3), name(3), nameNote(3), flagLabel(3), flag(3), phoneLabel(3), phone(3), phoneNote(3)},
-       numberKindRadios,
        {Static(kHint, "提示：输入的联系人有效后，才能输入对应的电话", {10, 350, 590, 370}, kTextHint)},
        {SetButton({400, 385, 490, 413}), CancelButton({500, 385, 590, 413})}});
 }
@@ -171,17 +184,20 @@ std::string CPhoneBookPage::GetParamDescription() {
   return Description().Field(kTextType, typeText).Field(kTextContact, contacts);
 }
 
-plat::DialogTemplate CDlgSetupPhone::Layout() { return MakeTemplate(kTemplate, {}); }
+plat::DialogTemplate CDlgSetupPhone::Layout() { return MakeTemplate(kTemplate); }
 
 plat::DialogTemplate CDlgSetupPhone905::Layout() {
   using namespace row;
   namespace style = plat::style;
-  const auto top = [](int i) { return 127 + 60 * i; };
-  const auto gsm = [&](int i) {
-    return Radio(kGsmRadios[i], "GSM 语音号码", {335, top(i), 460, top(i) + 22}, kTextGsm, style::Group);
-  };
-  const auto voip = [&](int i) { return Radio(kVoipRadios[i], "VOIP 号码", {465, top(i), 585, top(i) + 22}, kTextVoip); };
-  return MakeTemplate(kTemplate, {gsm(0), voip(0), gsm(1), voip(1), gsm(2), voip(2), gsm(3), voip(3)});
+  plat::DialogTemplate dialog = MakeTemplate(kTemplate);
+  // Each contact's number-kind pair follows its number, in the contact's block.
+  for (int i = 0; i < kRows; ++i) {
+    const int top = 127 + 60 * i;
+    InsertAfter(dialog, kPhoneNotes[i],
+                {Radio(kGsmRadios[i], "GSM 语音号码", {335, top, 460, top + 22}, kTextGsm, style::Group),
+                 Radio(kVoipRadios[i], "VOIP 号码", {465, top, 585, top + 22}, kTextVoip)});
+  }
+  return dialog;
 }
 
 void CDlgSetupPhone905::OnInitPage() {

@@ -44,8 +44,8 @@ class CPhoneBookPage : public CBaseDlg {
  protected:
   enum class NumberKinds { kNo, kYes };
   CPhoneBookPage(int templateId, NumberKinds numberKinds);
-  // The type radios, the contact rows (with the number-kind radios of the taxi form) and the buttons.
-  static plat::DialogTemplate MakeTemplate(int templateId, TemplateSection numberKindRadios);
+  // The type radios, the contact rows and the buttons.
+  static plat::DialogTemplate MakeTemplate(int templateId);
   void OnInitPage() override;
   // The VoIP bit of a row's flag: none in the plain form.
   virtual uint8_t NumberKindBit(int row) const { (void)row; return 0; }
