@@ -101,7 +101,8 @@ void HostWorld::InstallObservers() {
     std::snprintf(hex, sizeof hex, "0x%04X", static_cast<unsigned>(number));
     out::Line("SEND " + request.devIdno + " " + hex + " " + out::EscapeBytes(request.param));
     if (observed_.envelope) out::Line("ENVELOPE " + request.devIdno + " " + out::EscapeBytes(request.envelope));
-    due_[request.handle] = clock_.NowMs() + DelayOf(request.devIdno);
+    // The network's delay, and the time the terminal itself takes (a driver choosing an answer).
+    due_[request.handle] = clock_.NowMs() + DelayOf(request.devIdno) + hostref::terminals::AnswerDelayMs(number);
   });
   hostref::net::SetAnswerObserver([this](const hostref::SentRequest& request, int status, const char* reply) {
     if (observed_.answers) {

@@ -125,6 +125,9 @@ class CBaseDlg : public CDlgChildBase {
   virtual void OnAnswer(CommandRequest& request, const Json::Value& reply) { (void)request, (void)reply; }
   // A get's reply for one item that is not such an object, or reports an error.
   virtual void OnNoAnswer(CommandRequest& request) { (void)request; }
+  // The reply of the item being handled, parsed once: inside PrepareBatch and
+  // ParseReply, whatever its "Error" and "result"; null when it was not JSON.
+  const Json::Value* CurrentReply() const { return currentAnswer_; }
 
   // Items of a batched send: each request carries `step` of `total` items.
   struct BatchRange {

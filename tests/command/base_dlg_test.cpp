@@ -234,4 +234,21 @@ TEST_F(BaseDlgTest, AnOfflineStatusKeepsTheReplyForTheParser) {
   EXPECT_EQ(Cell(0, 4), "[" + T(13312) + "]" + IDIRErrorString(110));
 }
 
+TEST_F(BaseDlgTest, ASetSeesItsParsedReplyWhateverTheResult) {
+  UseFleet(3);
+  const std::pair<const char*, const char*> replies[] = {
+      {"91001", R"({"ASR":2,"result":0})"}, {"91002", R"({"ASR":1,"result":4})"}, {"91003", "not json"}};
+  for (const auto& [dev, reply] : replies) hostref::net::SetReply(dev, reply);
+  PickAll(3);
+  page.Send(false);
+  ASSERT_TRUE(Settle());
+  std::sort(page.preparedReplies.begin(), page.preparedReplies.end());
+  Json::Value ok, failed;
+  ok["ASR"] = 2, ok["result"] = 0;
+  failed["ASR"] = 1, failed["result"] = 4;
+  std::vector<std::string> expected = {ok.toStyledString(), failed.toStyledString(), "none"};
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(page.preparedReplies, expected);
+}
+
 }  // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -156,6 +157,26 @@ TEST_F(NetAnswers, ALongerDelayAnswersLater) {
   net::WaitIdle();
   EXPECT_EQ(fast, 0);
   EXPECT_EQ(slow, 1);
+}
+
+TEST_F(NetAnswers, TheRespondersOwnTimeDelaysOnlyItsAnswers) {
+  using Clock = std::chrono::steady_clock;
+  struct Timed {
+    Clock::time_point answered;
+  };
+  constexpr auto kThinking = std::chrono::milliseconds(30);
+  net::SetResponder([](const hostref::SentRequest&) { return std::optional<std::string>(kFromResponder); });
+  // Were the minute applied to the device with its own reply, the test would wait for it.
+  net::SetAnswerDelay([](const hostref::SentRequest& r) { return r.devIdno == "thinking" ? 30 : 60000; });
+  net::SetReply("fixed", "x");
+  auto note = [](int32_t, const char*, void* user) { static_cast<Timed*>(user)->answered = Clock::now(); };
+  Timed thinking, fixed;
+  const auto start = Clock::now();
+  Start("thinking", &thinking, note);
+  Start("fixed", &fixed, note);
+  net::WaitIdle();
+  EXPECT_GE(thinking.answered - start, kThinking);
+  EXPECT_LT(fixed.answered - start, std::chrono::seconds(30));
 }
 
 TEST_F(NetChannels, RefusedStepsAndCounts) {

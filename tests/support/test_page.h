@@ -61,7 +61,10 @@ class TestPage : public CBaseDlg {
     }
     return param;
   }
-  void PrepareBatch(CommandRequest& request) override { prepared.push_back(request.itemIndex); }
+  void PrepareBatch(CommandRequest& request) override {
+    prepared.push_back(request.itemIndex);
+    preparedReplies.push_back(CurrentReply() ? CurrentReply()->toStyledString() : "none");
+  }
   void ParseReply(CommandRequest& request) override { parsed.push_back(request.reply); }
   std::string GetParamDescription() override { return "desc"; }
   void UpdateBatchProgress() override { ++batchProgressCalls; }
@@ -85,6 +88,7 @@ class TestPage : public CBaseDlg {
   std::vector<int32_t> extraFirst;
   std::vector<bool> enabledCalls;
   std::vector<int> prepared;
+  std::vector<std::string> preparedReplies;  // the parsed reply each PrepareBatch saw
   std::vector<std::string> parsed;
 };
 

@@ -108,6 +108,11 @@ void SetDuplicate(const std::string& devIdno, bool twice);
 // Answers computed per request (the simulated terminals); nullopt falls back to the default.
 using Responder = std::function<std::optional<std::string>(const SentRequest&)>;
 void SetResponder(Responder responder);
+// Time the responder's answer takes beyond the device's delay, by request (a
+// driver choosing an answer, for example); 0 for none. Not applied to a device
+// with its own reply or status, nor to held answers.
+using AnswerDelay = std::function<int(const SentRequest&)>;
+void SetAnswerDelay(AnswerDelay delay);
 // Open or start fails for this device.
 void SetFailOpen(const std::string& devIdno, bool fail);
 void SetFailStart(const std::string& devIdno, bool fail);

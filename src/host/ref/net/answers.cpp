@@ -35,6 +35,15 @@ int Settings::DelayOf(const std::string& devIdno) const {
   return std::max(0, RuleOf(devIdno).delayMs.value_or(delayMs));
 }
 
+int Settings::DelayOf(const hostref::SentRequest& request) const {
+  const DeviceRule& rule = RuleOf(request.devIdno);
+  int extra = 0;
+  if (answerDelay && *answerDelay && rule.status == kStatusAnswered && !rule.reply && responder) {
+    extra = std::max(0, Guarded("hostnet answer delay", 0, [&] { return (*answerDelay)(request); }));
+  }
+  return DelayOf(request.devIdno) + extra;
+}
+
 Answer Settings::AnswerFor(const std::string& devIdno) const {
   const DeviceRule& rule = RuleOf(devIdno);
   return {rule.status, rule.reply, responder, rule.duplicate};

@@ -16,6 +16,7 @@ constexpr int kStatusAnswered = 0;  // the platform answered with a reply text
 
 using ReplyText = std::shared_ptr<const std::string>;
 using ResponderPtr = std::shared_ptr<const hostref::net::Responder>;
+using AnswerDelayPtr = std::shared_ptr<const hostref::net::AnswerDelay>;
 
 // One request's answer, decided under the platform's lock. Text() runs
 // without the lock, since a responder may take its time.
@@ -47,11 +48,14 @@ struct Settings {
   bool held = false;
   std::unordered_map<std::string, DeviceRule> devices;
   ResponderPtr responder;
+  AnswerDelayPtr answerDelay;
 
   DeviceRule& Rule(const std::string& devIdno) { return devices[devIdno]; }
   // The device's rule, or the defaults when it has none.
   const DeviceRule& RuleOf(const std::string& devIdno) const;
   int DelayOf(const std::string& devIdno) const;
+  // The device's delay, and the responder's own time when the responder answers.
+  int DelayOf(const hostref::SentRequest& request) const;
   Answer AnswerFor(const std::string& devIdno) const;
 };
 

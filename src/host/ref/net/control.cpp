@@ -57,6 +57,11 @@ void SetResponder(Responder responder) {
   Change("net::SetResponder", [&](Settings& s) { s.responder = std::move(shared); });
 }
 
+void SetAnswerDelay(AnswerDelay delay) {
+  auto shared = delay ? std::make_shared<const AnswerDelay>(std::move(delay)) : nullptr;
+  Change("net::SetAnswerDelay", [&](Settings& s) { s.answerDelay = std::move(shared); });
+}
+
 void SetFailOpen(const std::string& devIdno, bool fail) {
   Change("net::SetFailOpen", [&](Settings& s) { s.Rule(devIdno).failOpen = fail; });
 }

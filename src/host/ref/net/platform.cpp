@@ -72,7 +72,7 @@ bool Platform::Start(NETHANDLE handle) {
   if (settings_.held) {
     Hold(channel);
   } else {
-    Schedule(channel, Clock::now() + std::chrono::milliseconds(settings_.DelayOf(devIdno)));
+    Schedule(channel, Clock::now() + std::chrono::milliseconds(settings_.DelayOf(channel->request)));
   }
   return true;
 }

@@ -23,6 +23,18 @@ std::map<int, Responder>& Responders() {
   return responders;
 }
 
+std::map<int, int>& AnswerDelays() {
+  static std::map<int, int> delays;
+  return delays;
+}
+
+// The command number of a request; nullopt when its envelope is not JSON.
+std::optional<int> CommandOf(const SentRequest& request) {
+  Json::Value envelope;
+  if (!txt::ParseJson(request.envelope, envelope)) return std::nullopt;
+  return txt::JsonMemberInt(envelope, "Command", -1);
+}
+
 std::vector<std::function<void()>>& ClearHooks() {
   static std::vector<std::function<void()>> hooks;
   return hooks;
@@ -35,9 +47,9 @@ DeviceState<std::map<int, size_t>>& Counts() {
 }
 
 std::optional<std::string> Dispatch(const SentRequest& request) {
-  Json::Value envelope;
-  if (!txt::ParseJson(request.envelope, envelope)) return std::nullopt;
-  const int command = txt::JsonMemberInt(envelope, "Command", -1);
+  const std::optional<int> parsed = CommandOf(request);
+  if (!parsed) return std::nullopt;
+  const int command = *parsed;
   Json::Value param;
   if (!request.param.empty() && !txt::ParseJson(request.param, param)) {
     return Reply(Json::Value(Json::objectValue), kResultMessageError);
@@ -62,8 +74,17 @@ std::vector<int>& Duplicates() {
 }
 }  // namespace
 
-RegisterResponder::RegisterResponder(int command, Responder responder) {
-  if (!Responders().emplace(command, std::move(responder)).second) Duplicates().push_back(command);
+RegisterResponder::RegisterResponder(int command, Responder responder, int answerDelayMs) {
+  if (!Responders().emplace(command, std::move(responder)).second) {
+    Duplicates().push_back(command);
+    return;
+  }
+  if (answerDelayMs > 0) AnswerDelays()[command] = answerDelayMs;
+}
+
+int AnswerDelayMs(int command) {
+  auto it = AnswerDelays().find(command);
+  return it == AnswerDelays().end() ? 0 : it->second;
 }
 
 std::vector<int> DuplicateResponders() { return Duplicates(); }
@@ -108,8 +129,14 @@ std::string TypedText(const Json::Value& param, const char* key) {
   return txt::GbkToUtf8(FormDecode(txt::JsonMemberString(param, key)));
 }
 
-void Install() { net::SetResponder(&Dispatch); }
-void Uninstall() { net::SetResponder(nullptr); }
+void Install() {
+  net::SetResponder(&Dispatch);
+  net::SetAnswerDelay([](const SentRequest& request) { return AnswerDelayMs(CommandOf(request).value_or(-1)); });
+}
+void Uninstall() {
+  net::SetResponder(nullptr);
+  net::SetAnswerDelay(nullptr);
+}
 
 void Clear() {
   auto lock = Locked();

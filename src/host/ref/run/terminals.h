@@ -39,12 +39,16 @@ struct TerminalRequest {
 using Answer = std::optional<std::string>;
 using Responder = std::function<Answer(const TerminalRequest&)>;
 
-// Registers the responder of a command number (at static initialisation).
-// A command has one responder; a second registration is kept aside, unused,
-// and listed by DuplicateResponders() so a test can catch it.
+// Registers the responder of a command number (at static initialisation),
+// and how long the terminal takes to answer it beyond the network's delay
+// (a driver choosing an answer, for example). A command has one responder; a
+// second registration is kept aside, unused, and listed by
+// DuplicateResponders() so a test can catch it.
 struct RegisterResponder {
-  RegisterResponder(int command, Responder responder);
+  RegisterResponder(int command, Responder responder, int answerDelayMs = 0);
 };
+// The time a command's answer takes at the terminal; 0 for at once.
+int AnswerDelayMs(int command);
 
 // Result codes a terminal answers with.
 constexpr int kResultOk = 0;
