@@ -41,6 +41,10 @@ bool View::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
+namespace {
+constexpr int kComboHeight = 24;  // a closed combo box, before scaling
+}  // namespace
+
 QRect Placement(const plat::Window& model) {
   RECT r = model.GetRect();
   const auto* dialog = dynamic_cast<const plat::Dialog*>(model.GetParent());
@@ -52,7 +56,12 @@ QRect Placement(const plat::Window& model) {
       break;
     }
   }
-  return QRect(r.left, r.top, std::max(0, r.Width()), std::max(0, r.Height()));
+  int height = std::max(0, r.Height());
+  // A combo box's rectangle reaches down over its open list, as the system's
+  // templates give it; closed, it is one line high.
+  const auto* control = dynamic_cast<const plat::Control*>(&model);
+  if (control && control->Kind() == plat::ControlKind::ComboBox) height = std::min(height, plat::t(kComboHeight));
+  return QRect(r.left, r.top, std::max(0, r.Width()), height);
 }
 
 // ---- ViewRegistry ---------------------------------------------------------------

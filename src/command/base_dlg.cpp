@@ -224,7 +224,7 @@ BOOL CBaseDlg::SendNext() {
   // request is in the table before its callback looks for it.
   if (request->handle != 0 && started == 0) {
     RequestTable.insert(request);
-    keepAnswers_ = QueryMode != FALSE;
+    keepAnswers_ = QueryMode != FALSE || ReadsSetReplies != FALSE;
     return TRUE;
   }
   // No callback was scheduled for a channel that did not start; release it.

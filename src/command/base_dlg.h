@@ -125,8 +125,9 @@ class CBaseDlg : public CDlgChildBase {
   virtual void OnAnswer(CommandRequest& request, const Json::Value& reply) { (void)request, (void)reply; }
   // A get's reply for one item that is not such an object, or reports an error.
   virtual void OnNoAnswer(CommandRequest& request) { (void)request; }
-  // The reply of the item being handled, parsed once: inside PrepareBatch and
-  // ParseReply, whatever its "Error" and "result"; null when it was not JSON.
+  // The reply of the item being handled, parsed once: inside ParseReply, and
+  // inside PrepareBatch when the page reads set replies (ReadsSetReplies),
+  // whatever its "Error" and "result"; null when it was not JSON.
   const Json::Value* CurrentReply() const { return currentAnswer_; }
 
   // Items of a batched send: each request carries `step` of `total` items.
@@ -151,6 +152,9 @@ class CBaseDlg : public CDlgChildBase {
   int32_t batchStep = 1;
   int32_t batchTotal = 0;
   uint32_t DeviceKindMask = 0;
+  // A set whose replies the page reads (a question's answer): the base keeps
+  // them for PrepareBatch as it does for every get.
+  BOOL ReadsSetReplies = FALSE;
   // Controls remembered between runs (SavedControl descriptors).
   std::span<const uint32_t> SavedControls;
   int setTextId;

@@ -20,6 +20,7 @@ class TestPage : public CBaseDlg {
                                           SavedControl::Check(kFlagCheck, true)};
 
   TestPage() : CBaseDlg(kTemplate) {
+    ReadsSetReplies = TRUE;
     RegisterTemplate();
     Bind(ctl::Set, BN_CLICKED, [this] { Send(false); });
     Bind(ctl::Get, BN_CLICKED, [this] { Send(true); });

@@ -56,6 +56,7 @@ plat::DialogTemplate CDlgSendQuition::Layout() {
 
 CDlgSendQuition::CDlgSendQuition() : CBaseDlg(kTemplate) {
   DeviceKindMask = kDeviceKinds;
+  ReadsSetReplies = TRUE;
   Bind(ctl::Set, BN_CLICKED, [this] { OnSend(); });
 }
 
