@@ -135,6 +135,10 @@ class CBaseDlg : public CDlgChildBase {
   // The items the request being built carries (for GetParam in BatchMode).
   BatchRange CurrentBatch() const;
 
+  // Stores the remembered controls' values; StartSend does it for every send,
+  // pages that send by other means call it themselves.
+  void SaveInputs();
+
   // Adds text to the end of a multi-line edit, in place.
   void AppendText(int editId, const std::string& text);
 
@@ -158,7 +162,6 @@ class CBaseDlg : public CDlgChildBase {
  private:
   friend class BaseDlgAccess;  // tests of the base
   void RestoreInputs();
-  void SaveInputs();
   BOOL SelectTargets();
   BOOL SelectTargetsWithPicker();
   void AppendDevice(int devId);

@@ -7,9 +7,11 @@
 // Window messages inside the plug-in and to the host.
 namespace msg {
 enum : UINT {
+  AlarmAnswer = 1041,          // alarm service answer posted to a handling page (wParam: the answer)
   Reply = 1282,                // network reply posted to a page (wParam: the request)
   SendControlsChanged = 1283,  // page to parent: its send buttons changed state
   ClosePage = 12544,           // page to parent: close me
+  PlatformAnswer = 13313,      // superior platform's answer posted to a page (wParam: the answer)
   HostForward13318 = 13318,    // page to hosting window, passed on to the host
   HostQuery13319 = 13319,
   HostForward13330 = 13330,

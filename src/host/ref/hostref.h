@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include <json/value.h>
+
 namespace hostref {
 
 // ---- hostcore: the world ----------------------------------------------------
@@ -39,6 +41,26 @@ bool LoadHostTexts(const std::string& languageFile);
 // Texts of the export object's messages (102, 103), from section "EXPORT" of
 // a language file: the same file LoadHostTexts reads. Built-in English until then.
 bool LoadExportTexts(const std::string& languageFile);
+
+// ---- hostcore: alarms ------------------------------------------------------------
+
+// An alarm record (748 bytes, as the host hands its windows) from a JSON object:
+// "devIdno", "guid", "text" (strings), "msgId" (106), "time" (140), "type" (144),
+// "flag" (148), "info" (152), "value" (156), "time2" (424), "type2" (684).
+// nullopt and *error for a member of the wrong type.
+std::optional<std::vector<uint8_t>> MakeAlarmRecord(const Json::Value& alarm, std::string* error = nullptr);
+// The fleet's alarms ("alarms" of the fleet), one record each, in order.
+std::vector<std::vector<uint8_t>> FleetAlarms();
+void SetLayout(bool ver7_21, bool ver7_23, bool ver7_25, bool falseAlarmReason);
+void SetSBUploadAlarm(bool on);
+
+// The handling log: every entry released since the store was opened, oldest first.
+struct HandleLogEntry {
+  std::string text;
+  int way = 0;
+  std::string time;  // "YYYY-MM-DD hh:mm:ss"
+};
+std::vector<HandleLogEntry> HandleLog();
 
 // ---- hostcore: what the user sees and does ------------------------------------
 
@@ -73,6 +95,15 @@ struct SentRequest {
   std::string devIdno;
   std::string envelope;
   std::string param;
+};
+
+// A request of the alarm service: its kind (kMCKind* of hostnet.h), the device
+// the record names and the record's bytes as handed in.
+struct AlarmRequest {
+  uint32_t handle = 0;
+  int kind = 0;
+  std::string devIdno;
+  std::vector<uint8_t> record;
 };
 
 namespace net {
@@ -112,6 +143,14 @@ void SetOpenObserver(std::function<void(const SentRequest&)> observer);
 
 std::vector<SentRequest> Sent();
 void ClearSent();
+
+// The alarm service's requests: answered like command requests to the device
+// the record names (delays, statuses, reply texts, held mode), default success.
+// An answer's result is its network status, else "Error"/"result" of its text.
+std::vector<AlarmRequest> AlarmRequests();
+void ClearAlarmRequests();
+// Called on the requesting thread with every alarm request (the reference host prints them).
+void SetAlarmObserver(std::function<void(const AlarmRequest&)> observer);
 size_t OpenChannels();
 }  // namespace net
 

@@ -2,6 +2,8 @@
 // texts, times, full-width characters, and the host's names of functions,
 // groups and result codes (from a language file, with built-in fallbacks).
 #include <cstdio>
+#include <cstring>
+#include <iterator>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,6 +24,7 @@ constexpr char32_t kFullWidthFirst = 0xFF01;  // the full-width form of '!'
 constexpr const char* kSectionFunction = "FUNCTION";
 constexpr const char* kSectionGroup = "GROUP";
 constexpr const char* kSectionError = "ERROR";
+constexpr const char* kSectionAlarm = "ALARM";
 constexpr int kRootGroup = -1;
 constexpr int kStatusOffline = 101, kStatusTimeout = 110;
 
@@ -115,6 +118,73 @@ std::string FormatStringMgr::Format808FunctionGroup(int group, int flag) {
   std::string key = std::to_string(group);
   if (group == kRootGroup) key += "." + std::to_string(flag);
   return Texts().Get(kSectionGroup, key, "Group " + key);
+}
+
+// ---- alarm texts: section ALARM, keys "<kind>.<number>", English without a file ----
+
+namespace {
+std::string AlarmText(const char* kind, int number, const char* const* fallbacks, int count, const char* other) {
+  const std::string fallback =
+      number >= 0 && number < count ? fallbacks[number] : FormatStringInt(std::string(other) + " %d", number);
+  return Texts().Get(kSectionAlarm, std::string(kind) + "." + std::to_string(number), fallback);
+}
+
+constexpr const char* kHandleWays[] = {"",
+                                       "Recorded",
+                                       "Handled",
+                                       "Being handled",
+                                       "Dealt with by the driver",
+                                       "False alarm",
+                                       "Closed",
+                                       "Passed to the police",
+                                       "Passed to the transport office",
+                                       "Called the driver",
+                                       "Sent a message",
+                                       "Took a photo",
+                                       "Watched the video",
+                                       "Other"};
+constexpr const char* kReportKinds[] = {"Do not report", "Report to the platform", "Report to the superior platform",
+                                        "Report to both"};
+constexpr const char* kFalseReasons[] = {"Equipment failure", "Bad weather"};
+constexpr const char* kHandleResults[] = {"Handling", "Handled", "No action", "Will handle later"};
+constexpr const char* kInfoTypes[] = {"Alarm supervision", "Alarm urging", "Inspection"};
+
+constexpr size_t kAlarmDevId = 0, kAlarmInfoType = 152, kAlarmText = 164, kAlarmTextBytes = 260;
+constexpr size_t kDevIdBytes = 32;
+
+std::string RecordText(const _GPSVehicleAlarm& alarm, size_t offset, size_t size) {
+  const char* text = reinterpret_cast<const char*>(alarm.bytes + offset);
+  size_t n = 0;
+  while (n < size && text[n]) ++n;
+  return std::string(text, n);
+}
+}  // namespace
+
+std::string FormatStringMgr::FormatAlarmHandleStr(int way) {
+  return AlarmText("Handle", way, kHandleWays, static_cast<int>(std::size(kHandleWays)), "Handling way");
+}
+std::string FormatStringMgr::FormatAlarmHandleReportStr(int kind) {
+  return AlarmText("Report", kind, kReportKinds, static_cast<int>(std::size(kReportKinds)), "Report kind");
+}
+std::string FormatStringMgr::FormatAlarmFalseReasonStr(int reason) {
+  return AlarmText("FalseReason", reason, kFalseReasons, static_cast<int>(std::size(kFalseReasons)), "Reason");
+}
+std::string FormatStringMgr::GetHandleResult(int result) {
+  return AlarmText("Result", result, kHandleResults, static_cast<int>(std::size(kHandleResults)), "Result");
+}
+
+// "<kind of request>：<vehicle's device>\r\n<the request's text, one part a line>".
+std::string GetJT809AlarmDesc(const _GPSVehicleAlarm* alarm) {
+  if (!alarm) return "";
+  uint32_t infoType = 0;
+  std::memcpy(&infoType, alarm->bytes + kAlarmInfoType, sizeof infoType);
+  const std::string kind =
+      AlarmText("Info", static_cast<int>(infoType), kInfoTypes, static_cast<int>(std::size(kInfoTypes)), "Request");
+  std::string text = RecordText(*alarm, kAlarmText, kAlarmTextBytes);
+  for (size_t at = text.find('|'); at != std::string::npos; at = text.find('|', at + 2)) text.replace(at, 1, "\r\n");
+  std::string desc = FormatChineseColon(kind, RecordText(*alarm, kAlarmDevId, kDevIdBytes));
+  if (!text.empty()) desc += "\r\n" + text;
+  return desc;
 }
 
 namespace hostref {

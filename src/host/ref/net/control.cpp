@@ -102,3 +102,17 @@ size_t OpenChannels() {
 }
 
 }  // namespace hostref::net
+
+namespace hostref::net {
+std::vector<AlarmRequest> AlarmRequests() {
+  return Guarded("net::AlarmRequests", std::vector<AlarmRequest>(), [] { return Platform::Get().AlarmRequests(); });
+}
+
+void ClearAlarmRequests() {
+  Guarded("net::ClearAlarmRequests", [] { Platform::Get().ClearAlarmRequests(); });
+}
+
+void SetAlarmObserver(std::function<void(const AlarmRequest&)> observer) {
+  Guarded("net::SetAlarmObserver", [&] { Platform::Get().SetAlarmObserver(std::move(observer)); });
+}
+}  // namespace hostref::net

@@ -34,6 +34,7 @@ namespace netsim {
 using Clock = std::chrono::steady_clock;
 using TimedKey = std::pair<Clock::time_point, uint64_t>;  // due time, start order
 using OpenObserver = std::function<void(const hostref::SentRequest&)>;
+using AlarmObserver = std::function<void(const hostref::AlarmRequest&)>;
 
 struct Channel {
   enum class Stage { Open, Timed, Held, Running, Done };
@@ -58,6 +59,9 @@ class Platform {
 
   // The channel steps behind NETCLIENT_*: false for an unknown handle or a refused step.
   bool Open(const std::string& devIdno, const std::string& envelope, const std::string& param, NETHANDLE* handle);
+  // A request of the alarm service: a channel like any other (answers, delays,
+  // held mode and stop apply alike), kept apart from the command requests.
+  bool OpenAlarm(hostref::AlarmRequest request, NETHANDLE* handle);
   bool SetCallback(NETHANDLE handle, void* user, FUNNormalCmdCB callback);
   bool Start(NETHANDLE handle);
   // With close set the channel is released as well.
@@ -79,6 +83,9 @@ class Platform {
     return body(settings_);
   }
   void SetOpenObserver(OpenObserver observer);
+  void SetAlarmObserver(AlarmObserver observer);
+  std::vector<hostref::AlarmRequest> AlarmRequests();
+  void ClearAlarmRequests();
   std::vector<hostref::SentRequest> Sent();
   void ClearSent();
   size_t OpenChannels();
@@ -90,6 +97,8 @@ class Platform {
   void Schedule(const ChannelPtr& channel, Clock::time_point due);
   void Drop(Channel& channel);
   ChannelPtr Find(NETHANDLE handle) const;
+  // Registers a new channel; false when the device refuses or handles ran out.
+  bool AddChannel(const ChannelPtr& channel);
   void WaitDone(std::unique_lock<std::mutex>& lock, const Channel& channel);
 
   std::mutex mutex_;
@@ -97,6 +106,8 @@ class Platform {
   std::condition_variable done_;  // an answer was delivered or dropped
   Settings settings_;
   std::shared_ptr<const OpenObserver> observer_;
+  std::shared_ptr<const AlarmObserver> alarmObserver_;
+  std::vector<hostref::AlarmRequest> alarms_;
   std::unordered_map<NETHANDLE, ChannelPtr> channels_;
   std::map<TimedKey, ChannelPtr> timed_;
   std::map<uint64_t, ChannelPtr> held_;

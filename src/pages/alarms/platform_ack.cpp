@@ -1,0 +1,55 @@
+#include "pages/alarms/platform_ack.h"
+
+#include "host/hostcore.h"
+
+namespace {
+constexpr int kHandleResults = 4;
+}  // namespace
+
+CPlatformAckPage::CPlatformAckPage(int templateId, Kind kind)
+    : CBaseDlg(templateId), kind_(kind), call_(*this, kAnswerMessage, kind == kSupervision ? &index_ : nullptr),
+      record_(kAck809RecordSize) {
+  HideResultList = TRUE;  // the host shows these pages without a result list under them
+}
+
+void CPlatformAckPage::Acknowledge(const AlarmView& alarm) {
+  EnableSendControls(FALSE);
+  record_.Clear();
+  record_.PutText(kRecGuid, kRecGuidBytes, alarm.Guid());
+  record_.PutU32(kRecKind, kind_);
+  FillRecord(alarm, record_);
+  if (!call_.Start(&NETCLIENT_MCAck809Platform, record_.Data())) {
+    // Refused at once: the page hears of it as an answer that never came.
+    if (kind_ == kSupervision) ++index_;
+    PostMessage(kAnswerMessage, 0, 0);
+  }
+}
+
+void CPlatformAckPage::FillResults(int combo) {
+  auto* list = Item<plat::ComboBox>(combo);
+  if (!list) return;
+  for (int result = 0; result < kHandleResults; ++result)
+    list->SetItemData(list->AddString(FormatStringMgr::GetHandleResult(result)), static_cast<uint32_t>(result));
+  list->SetCurSel(0);
+}
+
+int CPlatformAckPage::SelectedData(int combo) const {
+  const auto* list = Item<plat::ComboBox>(combo);
+  if (!list || list->GetCurSel() < 0) return 0;
+  return static_cast<int>(list->GetItemData(list->GetCurSel()));
+}
+
+std::string CPlatformAckPage::FailureText(const void* answer) { return IDIRErrorString(NETCLIENT_MCMsgResult(answer)); }
+
+LRESULT CPlatformAckPage::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
+  if (msg != kAnswerMessage) return CBaseDlg::WindowProc(msg, wParam, lParam);
+  void* answer = call_.Take(wParam);
+  OnAnswered(answer);
+  if (answer) NETCLIENT_MCReleaseMsg(answer);
+  return 0;
+}
+
+void CPlatformAckPage::OnDestroy() {
+  call_.Stop();
+  CBaseDlg::OnDestroy();
+}
