@@ -133,6 +133,8 @@ bool ReleaseNext();
 size_t ReleaseAll();
 // Waits until every started, unheld request has been answered (or its channel stopped).
 void WaitIdle();
+// True when no unheld answer is waiting or being delivered.
+bool Idle();
 
 // Delivers one held answer (by channel handle) like ReleaseNext; false when it is not held.
 bool Release(uint32_t handle);

@@ -14,7 +14,7 @@
 
 namespace {
 using C = CDlgNewAlarmDeal;
-const RegisterPage<C> kPage{{103, 104}, PageHost::kVehicleWindow, PageList::kNone};
+const RegisterPage<C> kPage{{C::kFunctionType, C::kFunctionTypeBatch}, PageHost::kVehicleWindow, PageList::kNone};
 
 // The host whose directory server reports handling to the superior platform by default.
 constexpr const char* kReportingDirServer = "report.platform.local";

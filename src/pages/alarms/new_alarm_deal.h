@@ -14,6 +14,7 @@
 class CDlgNewAlarmDeal : public CAlarmHandlingPage {
  public:
   static constexpr int kTemplate = 4102;
+  static constexpr int kFunctionType = 103, kFunctionTypeBatch = 104;
   static constexpr int kMaxChars = 256;
   enum Control : int {
     kTextLabel = 4160, kTextHint = 4163, kFlagGroup = 4304,

@@ -77,6 +77,10 @@ void WaitIdle() {
   Guarded("net::WaitIdle", [] { Platform::Get().WaitIdle(); });
 }
 
+bool Idle() {
+  return Guarded("net::Idle", true, [] { return Platform::Get().Idle(); });
+}
+
 bool Release(uint32_t handle) {
   return Guarded("net::Release", false, [&] { return Platform::Get().Release(handle); });
 }

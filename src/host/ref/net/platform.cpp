@@ -139,6 +139,11 @@ void Platform::WaitIdle() {
   done_.wait(lock, [&] { return timed_.empty() && running_ == 0; });
 }
 
+bool Platform::Idle() {
+  std::lock_guard lock(mutex_);
+  return timed_.empty() && running_ == 0;
+}
+
 void Platform::Reset() {
   std::lock_guard lock(mutex_);
   settings_ = Settings{};

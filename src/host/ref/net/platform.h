@@ -73,6 +73,8 @@ class Platform {
   size_t HeldCount();
   std::vector<NETHANDLE> HeldHandles();
   void WaitIdle();
+  // No answer waits for its time or runs now (held answers do not count).
+  bool Idle();
   // Default settings; held answers are dropped without a callback.
   void Reset();
 

@@ -16,6 +16,7 @@
 // test reading that state takes the lock with Locked().
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -98,5 +99,12 @@ struct ReceivedText {
   std::string text;  // UTF-8, as the operator typed it
 };
 std::vector<ReceivedText> Texts(const std::string& devIdno);
+
+// What the alarm family keeps: the manual confirmations, oldest first.
+struct AlarmConfirmation {
+  int serial = 0;      // 0: every alarm of the types
+  uint32_t types = 0;  // alarm type bits
+};
+std::vector<AlarmConfirmation> AlarmConfirmations(const std::string& devIdno);
 
 }  // namespace hostref::terminals
