@@ -47,6 +47,14 @@ constexpr const char* kDefaultFleet = R"({
     {"id": 1, "name": "深南大道", "width": 50,
      "points": [[113930000, 22540000], [113990000, 22541000], [114055000, 22543000]]},
     {"id": 2, "name": "Airport run", "width": 30, "points": [[114020000, 22560000], [113820000, 22630000]]}
+  ],
+  "alarms": [
+    {"devIdno": "10001", "guid": "A-10001-0001", "msgId": 101, "time": 1768469400, "type": 1,
+     "text": "SBAC=JT809-0001,urgent alarm"},
+    {"devIdno": "10001", "guid": "A-10001-0002", "msgId": 102, "time": 1768469460, "type": 2,
+     "time2": 1768469470, "type2": 13},
+    {"devIdno": "10002", "guid": "A-10002-0001", "msgId": 103, "time": 1768469520, "type": 1,
+     "info": 4865, "text": "supervision|10002;7;urgent"}
   ]
 })";
 
