@@ -8,6 +8,7 @@
 namespace msg {
 enum : UINT {
   AlarmAnswer = 1041,          // alarm service answer posted to a handling page (wParam: the answer)
+  InspectionAnswer = 1056,     // alarm service answer posted to the check-post answer page
   Reply = 1282,                // network reply posted to a page (wParam: the request)
   SendControlsChanged = 1283,  // page to parent: its send buttons changed state
   ClosePage = 12544,           // page to parent: close me

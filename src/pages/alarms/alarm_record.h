@@ -64,6 +64,7 @@ class RecordWriter {
  public:
   explicit RecordWriter(size_t size) : bytes_(size, 0) {}
   void Clear() { std::fill(bytes_.begin(), bytes_.end(), 0); }
+  void PutU8(size_t offset, uint8_t value) { Put(offset, value, 1); }
   void PutU16(size_t offset, uint16_t value) { Put(offset, value, 2); }
   void PutU32(size_t offset, uint32_t value) { Put(offset, value, 4); }
   // At most size - 1 bytes of the text, never splitting a UTF-8 character.

@@ -56,15 +56,7 @@ void CHandleReportPage::OnSend() {
   Acknowledge(alarms.At(0));
 }
 
-void CHandleReportPage::OnAnswered(const void* answer) {
-  if (!answer || NETCLIENT_MCMsgResult(answer) != 0) {
-    ShowMsgTipEx(FailureText(answer), "", 0);
-  } else {
-    ShowMsgTipEx(LanguageText(txtid::SetSucceeded), "", 0);
-    if (GetParent()) GetParent()->PostMessage(msg::ClosePage, 0, 0);
-  }
-  EnableSendControls(TRUE);
-}
+void CHandleReportPage::OnAnswered(const void* answer) { EndWithAnswer(answer); }
 
 // ---- the report: message id and result ------------------------------------------
 

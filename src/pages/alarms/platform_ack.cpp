@@ -1,13 +1,15 @@
 #include "pages/alarms/platform_ack.h"
 
 #include "host/hostcore.h"
+#include "lang/language.h"
 
 namespace {
 constexpr int kHandleResults = 4;
 }  // namespace
 
-CPlatformAckPage::CPlatformAckPage(int templateId, Kind kind)
-    : CBaseDlg(templateId), kind_(kind), call_(*this, kAnswerMessage, kind == kSupervision ? &index_ : nullptr),
+CPlatformAckPage::CPlatformAckPage(int templateId, Kind kind, UINT answerMessage)
+    : CBaseDlg(templateId), kind_(kind), answerMessage_(answerMessage),
+      call_(*this, answerMessage, kind == kSupervision ? &index_ : nullptr),
       record_(kAck809RecordSize) {
   HideResultList = TRUE;  // the host shows these pages without a result list under them
 }
@@ -18,10 +20,14 @@ void CPlatformAckPage::Acknowledge(const AlarmView& alarm) {
   record_.PutText(kRecGuid, kRecGuidBytes, alarm.Guid());
   record_.PutU32(kRecKind, kind_);
   FillRecord(alarm, record_);
-  if (!call_.Start(&NETCLIENT_MCAck809Platform, record_.Data())) {
+  Acknowledge(record_);
+}
+
+void CPlatformAckPage::Acknowledge(const RecordWriter& record) {
+  if (!call_.Start(&NETCLIENT_MCAck809Platform, record.Data())) {
     // Refused at once: the page hears of it as an answer that never came.
     if (kind_ == kSupervision) ++index_;
-    PostMessage(kAnswerMessage, 0, 0);
+    PostMessage(answerMessage_, 0, 0);
   }
 }
 
@@ -39,10 +45,20 @@ int CPlatformAckPage::SelectedData(int combo) const {
   return static_cast<int>(list->GetItemData(list->GetCurSel()));
 }
 
+void CPlatformAckPage::EndWithAnswer(const void* answer) {
+  if (!answer || NETCLIENT_MCMsgResult(answer) != 0) {
+    ShowMsgTipEx(FailureText(answer), "", 0);
+  } else {
+    ShowMsgTipEx(LanguageText(txtid::SetSucceeded), "", 0);
+    if (GetParent()) GetParent()->PostMessage(msg::ClosePage, 0, 0);
+  }
+  EnableSendControls(TRUE);
+}
+
 std::string CPlatformAckPage::FailureText(const void* answer) { return IDIRErrorString(NETCLIENT_MCMsgResult(answer)); }
 
 LRESULT CPlatformAckPage::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
-  if (msg != kAnswerMessage) return CBaseDlg::WindowProc(msg, wParam, lParam);
+  if (msg != answerMessage_) return CBaseDlg::WindowProc(msg, wParam, lParam);
   void* answer = call_.Take(wParam);
   OnAnswered(answer);
   if (answer) NETCLIENT_MCReleaseMsg(answer);

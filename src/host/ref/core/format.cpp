@@ -149,8 +149,7 @@ constexpr const char* kFalseReasons[] = {"Equipment failure", "Bad weather"};
 constexpr const char* kHandleResults[] = {"Handling", "Handled", "No action", "Will handle later"};
 constexpr const char* kInfoTypes[] = {"Alarm supervision", "Alarm urging", "Inspection"};
 
-constexpr size_t kAlarmDevId = 0, kAlarmInfoType = 152, kAlarmText = 164, kAlarmTextBytes = 260;
-constexpr size_t kDevIdBytes = 32;
+constexpr size_t kAlarmInfoType = 152, kAlarmText = 164, kAlarmTextBytes = 260;
 
 std::string RecordText(const _GPSVehicleAlarm& alarm, size_t offset, size_t size) {
   const char* text = reinterpret_cast<const char*>(alarm.bytes + offset);
@@ -173,16 +172,15 @@ std::string FormatStringMgr::GetHandleResult(int result) {
   return AlarmText("Result", result, kHandleResults, static_cast<int>(std::size(kHandleResults)), "Result");
 }
 
-// "<kind of request>：<vehicle's device>\r\n<the request's text, one part a line>".
+// "<kind of request>\r\n<the request's text, one part a line>".
 std::string GetJT809AlarmDesc(const _GPSVehicleAlarm* alarm) {
   if (!alarm) return "";
   uint32_t infoType = 0;
   std::memcpy(&infoType, alarm->bytes + kAlarmInfoType, sizeof infoType);
-  const std::string kind =
+  std::string desc =
       AlarmText("Info", static_cast<int>(infoType), kInfoTypes, static_cast<int>(std::size(kInfoTypes)), "Request");
   std::string text = RecordText(*alarm, kAlarmText, kAlarmTextBytes);
   for (size_t at = text.find('|'); at != std::string::npos; at = text.find('|', at + 2)) text.replace(at, 1, "\r\n");
-  std::string desc = FormatChineseColon(kind, RecordText(*alarm, kAlarmDevId, kDevIdBytes));
   if (!text.empty()) desc += "\r\n" + text;
   return desc;
 }

@@ -107,4 +107,20 @@ struct AlarmConfirmation {
 };
 std::vector<AlarmConfirmation> AlarmConfirmations(const std::string& devIdno);
 
+// What the regional family keeps: transparent data by sub-type, the IC card
+// blacklist, and the last inspection setting.
+struct TransparentData {
+  int subType = 0;  // "SCTYPE"
+  int id = -1;      // "SCID", -1 when absent
+  int operation = -1;
+  std::string note;  // "SCNOTE" as typed
+};
+std::vector<TransparentData> TransparentDataOf(const std::string& devIdno);
+std::vector<std::string> Blacklist(const std::string& devIdno);
+struct InspectionState {
+  int type = -1;  // the last inspection type set, -1 when none
+  int identityRequests = 0;
+};
+InspectionState Inspection(const std::string& devIdno);
+
 }  // namespace hostref::terminals
