@@ -1,6 +1,6 @@
-// hostnet: the logged-in session and the normal command channel, as the
-// plug-in calls them. A channel carries one request to one device; its
-// callback runs on a network thread. Once NETCLIENT_MNStopNormalCmd has
+// hostnet: the logged-in session, the normal command channel and the alarm
+// service (below), as the plug-in calls them. A channel carries one request to
+// one device; its callback runs on a network thread. Once NETCLIENT_MNStopNormalCmd has
 // returned, the channel's callback is not running and will not run again, so
 // the caller may free the user data. Stop waits for a callback running at that
 // moment: the caller must not hold a lock the callback takes (a page takes the

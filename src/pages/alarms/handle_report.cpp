@@ -1,6 +1,8 @@
 // The handling result reports: one template, two forms of the record.
 #include "pages/alarms/handle_report.h"
 
+#include <span>
+
 #include "command/page_registry.h"
 #include "command/page_template.h"
 #include "host/hostcore.h"
@@ -21,7 +23,7 @@ constexpr const char* kPlatformCodePrefix = "SBAC=";
 constexpr int kMeasureShift = 16;
 constexpr uint32_t kLow16 = 0xFFFF;
 
-void FillTexts(plat::ComboBox* list, std::initializer_list<int> texts) {
+void FillTexts(plat::ComboBox* list, std::span<const int> texts) {
   if (!list) return;
   uint32_t data = 0;
   for (int text : texts) list->SetItemData(list->AddString(LanguageText(text)), data++);
@@ -43,8 +45,13 @@ plat::DialogTemplate CHandleReportPage::Layout() {
                        {SetButton({250, 130, 340, 158}), CancelButton({350, 130, 440, 158})}});
 }
 
-void CHandleReportPage::BindSend() {
+CHandleReportPage::CHandleReportPage(Kind kind) : CPlatformAckPage(kTemplate, kind) {
   Bind(ctl::Set, BN_CLICKED, [this] { OnSend(); });
+}
+
+void CHandleReportPage::PutOwnDevice(RecordWriter& record) const {
+  const CDevFunc device = CVehicleBaseMgr::FindDvsDeviceByID(Caps().ownDevId);
+  if (device.IsValid()) record.PutText(kRecDevIdno, kRecDevIdnoBytes, device.GetDevIDNOForChar());
 }
 
 void CHandleReportPage::OnSend() {
@@ -60,9 +67,7 @@ void CHandleReportPage::OnAnswered(const void* answer) { EndWithAnswer(answer); 
 
 // ---- the report: message id and result ------------------------------------------
 
-CDlgAlarmHandleReport::CDlgAlarmHandleReport() : CHandleReportPage(kTemplate, kHandleReport) {
-  BindSend();
-}
+CDlgAlarmHandleReport::CDlgAlarmHandleReport() : CHandleReportPage(kHandleReport) {}
 
 void CDlgAlarmHandleReport::OnInitPage() { FillResults(kResultCombo); }
 
@@ -77,8 +82,7 @@ void CDlgAlarmHandleReport::ShowContextData() {
 }
 
 void CDlgAlarmHandleReport::FillRecord(const AlarmView& alarm, RecordWriter& record) {
-  const CDevFunc device = CVehicleBaseMgr::FindDvsDeviceByID(Caps().ownDevId);
-  if (device.IsValid()) record.PutText(kRecDevIdno, kRecDevIdnoBytes, device.GetDevIDNOForChar());
+  PutOwnDevice(record);
   record.PutU16(kRecType, alarm.EffectiveType());
   record.PutU32(kRecMessageId, static_cast<uint32_t>(txt::WToI(GetItemText(kMessageId))));
   record.PutText(kRecPlatformCode, kRecCodeBytes, alarm.CodeAfter(kPlatformCodePrefix));
@@ -87,14 +91,12 @@ void CDlgAlarmHandleReport::FillRecord(const AlarmView& alarm, RecordWriter& rec
 
 // ---- the second form: identifier, result and measure ----------------------------------
 
-CDlgAlarmHandleReportSb::CDlgAlarmHandleReportSb() : CHandleReportPage(kTemplate, kHandleReportSb) {
-  BindSend();
-}
+CDlgAlarmHandleReportSb::CDlgAlarmHandleReportSb() : CHandleReportPage(kHandleReportSb) {}
 
 void CDlgAlarmHandleReportSb::OnInitPage() {
   SetItemText(kMessageIdLabel, LanguageText(kTextGuid));
-  FillTexts(Item<plat::ComboBox>(kResultCombo), {kSbResults[0], kSbResults[1]});
-  FillTexts(Item<plat::ComboBox>(kMeasureCombo), {kSbMeasures[0], kSbMeasures[1], kSbMeasures[2], kSbMeasures[3]});
+  FillTexts(Item<plat::ComboBox>(kResultCombo), kSbResults);
+  FillTexts(Item<plat::ComboBox>(kMeasureCombo), kSbMeasures);
   ShowItem(kMeasureLabel, true);
   ShowItem(kMeasureCombo, true);
 }
@@ -110,8 +112,7 @@ void CDlgAlarmHandleReportSb::ShowContextData() {
 
 void CDlgAlarmHandleReportSb::FillRecord(const AlarmView& alarm, RecordWriter& record) {
   (void)alarm;
-  const CDevFunc device = CVehicleBaseMgr::FindDvsDeviceByID(Caps().ownDevId);
-  if (device.IsValid()) record.PutText(kRecDevIdno, kRecDevIdnoBytes, device.GetDevIDNOForChar());
+  PutOwnDevice(record);
   record.PutText(kRecGuid, kRecGuidBytes, GetItemText(kMessageId));
   const uint32_t result = static_cast<uint32_t>(SelectedData(kResultCombo)) & kLow16;
   record.PutU32(kRecResult, (static_cast<uint32_t>(SelectedData(kMeasureCombo)) << kMeasureShift) | result);

@@ -13,14 +13,13 @@ class CHandleReportPage : public CPlatformAckPage {
   static plat::DialogTemplate Layout();
 
  protected:
-  using CPlatformAckPage::CPlatformAckPage;
+  explicit CHandleReportPage(Kind kind);
   void OnAnswered(const void* answer) override;
+  // The number of the page's own device (the host's message 9 names it).
+  void PutOwnDevice(RecordWriter& record) const;
 
  private:
   void OnSend();
-
- protected:
-  void BindSend();
 };
 
 class CDlgAlarmHandleReport : public CHandleReportPage {
