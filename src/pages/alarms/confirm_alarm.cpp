@@ -1,6 +1,8 @@
 // The alarm confirmation page: type bits, serial number, the context device.
 #include "pages/alarms/confirm_alarm.h"
 
+#include <algorithm>
+
 #include "command/description.h"
 #include "command/page_registry.h"
 #include "command/page_template.h"
@@ -61,7 +63,11 @@ void CDlgConfirmAlarm::OnSend() {
   for (const AlarmType& t : kTypes)
     if (IsChecked(t.check)) types_ |= 1u << t.bit;
   serial_ = txt::WToI(GetItemText(kSerialEdit));
-  if (contextPointer != 0) pending_.emplace_back(reinterpret_cast<const char*>(contextPointer));
+  if (contextPointer != 0) {
+    // Once: a device the page already holds (its last send went to the current device) is not added again.
+    std::string device(reinterpret_cast<const char*>(contextPointer));
+    if (std::find(pending_.begin(), pending_.end(), device) == pending_.end()) pending_.push_back(std::move(device));
+  }
   StartSend(Mode::kSet, kCommand);
 }
 
