@@ -142,6 +142,9 @@ class CBaseDlg : public CDlgChildBase {
   // The command of the request being built: a page whose requests carry
   // different commands (BatchMode) sets it in GetParam.
   void SetCommandType(int32_t commandType) { CommandType = commandType; }
+  // Stores the remembered controls' values; StartSend does it for every send,
+  // pages that send by other means call it themselves.
+  void SaveInputs();
 
   // Adds text to the end of a multi-line edit, in place.
   void AppendText(int editId, const std::string& text);
@@ -169,7 +172,6 @@ class CBaseDlg : public CDlgChildBase {
  private:
   friend class BaseDlgAccess;  // tests of the base
   void RestoreInputs();
-  void SaveInputs();
   BOOL SelectTargets();
   BOOL SelectTargetsWithPicker();
   void AppendDevice(int devId);

@@ -7,9 +7,12 @@
 // Window messages inside the plug-in and to the host.
 namespace msg {
 enum : UINT {
+  AlarmAnswer = 1041,          // alarm service answer posted to a handling page (wParam: the answer)
+  InspectionAnswer = 1056,     // alarm service answer posted to the check-post answer page
   Reply = 1282,                // network reply posted to a page (wParam: the request)
   SendControlsChanged = 1283,  // page to parent: its send buttons changed state
   ClosePage = 12544,           // page to parent: close me
+  PlatformAnswer = 13313,       // superior platform's answer posted to a page (wParam: the answer)
   // Page to hosting window, passed on to the host unchanged:
   AlarmHandled = 13318,         // before and after each alarm is handled (0, 2 when all are done)
   HandlingLogged = 13319,       // the handling log entry of a run; the host's answer is returned

@@ -96,6 +96,10 @@ class CMgrDevImg {
 class CLayoutMgr {
  public:
   static BOOL IsSupportVer7_21();
+  static BOOL IsSupportVer7_23();
+  static BOOL IsSupportVer7_25();
+  // A false-alarm reason may be given when an alarm is handled as a false alarm.
+  static BOOL IsSupportFalseAlarmResaon();
 };
 
 class CMgrAppInfo {
@@ -112,6 +116,45 @@ class FormatStringMgr {
   static std::string Format808FunctionGroup(int group, int flag);
   // Name of a JT/T 905 (taxi) device type; empty for a number without a device.
   static std::string GetTerminalType905(int type);
+  // Names of the alarm handling ways, handling report kinds, false-alarm
+  // reasons and handling results of the superior platform.
+  static std::string FormatAlarmHandleStr(int way);
+  static std::string FormatAlarmHandleReportStr(int kind);
+  static std::string FormatAlarmFalseReasonStr(int reason);
+  static std::string GetHandleResult(int result);
+};
+
+// ---- alarms ------------------------------------------------------------------
+
+// One alarm as the host keeps it: 748 bytes, little-endian, read by offset.
+// The alarm information part starts at offset 32. Offsets the plug-in reads:
+//   0 device id text (32)   32 identifier text (40)   106 platform message id (16-bit)
+//   140 time (32-bit)   144 type (16-bit)   148 inquiry flag (byte)   152 information type (32-bit)
+//   156 inquiry value (32-bit)   164 alarm text (260)   424 second time (32-bit)   684 second type (16-bit)
+struct _GPSVehicleAlarm {
+  BYTE bytes[748];
+};
+static_assert(sizeof(_GPSVehicleAlarm) == 748);
+
+// The host's description of an alarm of the superior platform (supervision, inquiry).
+std::string GetJT809AlarmDesc(const _GPSVehicleAlarm* alarm);
+// Whether the alarm came from a client that uploads platform alarm codes.
+BOOL IsSBUploadAlarmClient(const _GPSVehicleAlarm* alarm);
+
+// One entry of the host's alarm handling log: what was done, how and when.
+class CAlarmHandleInfo {
+ public:
+  virtual ~CAlarmHandleInfo() = default;
+  virtual void SetHandleText(const std::string& text) = 0;
+  virtual void SetHandleWay(int way) = 0;
+  virtual void SetHandleTime(const SYSTEMTIME& time) = 0;
+};
+
+// The handling log. An entry made with CreateObject is kept when it is released.
+class CAlarmHandleInfoMgr {
+ public:
+  static CAlarmHandleInfo* CreateObject();
+  static void ReleaseObject(CAlarmHandleInfo* info);
 };
 
 // label + full-width colon + value.

@@ -30,6 +30,7 @@ enum HostMessage : uint32_t {
   kShowContextData = 65535,
 };
 constexpr int kAlarmTextControl = 4161;
+constexpr int kHandleAllButton = 4002;  // the newer handling page's one-key send
 constexpr int kTypeConfirmAlarm = 54;
 
 bool IsType(int type, std::initializer_list<int> types) {
@@ -117,7 +118,7 @@ void CDlgMain::OnHostMessage(uint32_t message, uintptr_t w, intptr_t l) {
       break;
     case kStartAlarmHandling:
       if (newAlarm) {
-        page->SendMessage(WM_COMMAND, MAKEWPARAM(ctl::Set, BN_CLICKED), 0);
+        page->SendMessage(WM_COMMAND, MAKEWPARAM(kHandleAllButton, BN_CLICKED), 0);
       } else if (oldAlarm) {
         page->PostClick(ctl::Set);
       }

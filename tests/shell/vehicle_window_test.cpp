@@ -115,32 +115,44 @@ class HostDrivenPage : public TestPage {
   int setClicks = 0, protocolUpdates = 0, contextShows = 0;
 };
 
-constexpr int kConfirmType = 54, kAlarmType = 100;
+constexpr int kConfirmType = 54, kAlarmType = 100, kNewAlarmType = 103, kHostDrivenType = 9204;
+const PageRegistration kHostDriven{{kHostDrivenType}, PageHost::kVehicleWindow,
+                                   [](int) { return std::make_unique<HostDrivenPage>(); }};
 
-TEST_F(VehicleWindowTest, HostMessagesReachThePage) {
-  // The rules hang on the function types 54 and 100 themselves, so the test page stands in
-  // for their pages; a page registered for them first would be found before it.
-  [[maybe_unused]] static const PageRegistration pages[] = {
-      {{kConfirmType, kAlarmType, 9204}, PageHost::kVehicleWindow, [](int) { return std::make_unique<HostDrivenPage>(); }}};
-  ASSERT_TRUE(hostref::LoadFleet(R"({"vehicles":[{"name":"N","devices":[{"id":2,"idno":"91002","attrs":{"80":1}}]}]})"));
+TEST_F(VehicleWindowTest, AlarmMessagesPressThePagesButtons) {
   TestHost host;
   struct Case {
+    const char* what;
     int type;
     uint32_t message;
-    int clicks;
+    bool newLayout;
+    std::vector<std::string> tips;  // what pressing the page's button shows with nothing filled in
   };
-  // Button 1601 is pressed by message 7 only for the confirmation page, by 5 only for an alarm page.
-  const Case cases[] = {{kConfirmType, 7, 1}, {9204, 7, 0}, {kAlarmType, 5, 1}, {kConfirmType, 5, 0}, {9204, 3, 0}};
+  const Case cases[] = {
+      {"7 presses the confirmation's send: no device, no target", kConfirmType, 7, false, {fixture::T(12812)}},
+      {"7 is for the confirmation page only", kAlarmType, 7, false, {}},
+      {"5 presses the handling page's send: no text", kAlarmType, 5, false, {fixture::T(12944)}},
+      {"5 is for the handling pages only", kConfirmType, 5, false, {}},
+      {"5 on the newer layout runs the one-key send", kNewAlarmType, 5, true, {fixture::T(12944)}},
+      {"103 before the newer layout is no handling page", kNewAlarmType, 5, false, {}},
+  };
   for (const Case& c : cases) {
+    hostref::SetLayout(c.newLayout, false, false, false);
+    hostref::ClearTips();
     CDlgMain window(c.type);
-    ASSERT_TRUE(window.CreateDlg(&host));
+    ASSERT_TRUE(window.CreateDlg(&host)) << c.what;
     window.ShowWindow(plat::SW_SHOW);
     window.OnHostMessage(c.message, 0, 0);
     plat::MessageLoop::Instance().RunPending();
-    EXPECT_EQ(static_cast<HostDrivenPage*>(window.Page())->setClicks, c.clicks) << c.type << " " << c.message;
+    EXPECT_EQ(TipTexts(), c.tips) << c.what;
   }
+  hostref::SetLayout(false, false, false, false);
+}
 
-  CDlgMain window(kAlarmType);
+TEST_F(VehicleWindowTest, HostMessagesReachThePage) {
+  ASSERT_TRUE(hostref::LoadFleet(R"({"vehicles":[{"name":"N","devices":[{"id":2,"idno":"91002","attrs":{"80":1}}]}]})"));
+  TestHost host;
+  CDlgMain window(kHostDrivenType);
   ASSERT_TRUE(window.CreateDlg(&host));
   auto* page = static_cast<HostDrivenPage*>(window.Page());
   window.OnHostMessage(1, 0x1234, 3);
@@ -151,11 +163,17 @@ TEST_F(VehicleWindowTest, HostMessagesReachThePage) {
   EXPECT_EQ(page->protocolUpdates, 2) << "once when attached, once for message 9";
   window.OnHostMessage(65535, 0, 0);
   EXPECT_EQ(page->contextShows, 1);
-  const std::u16string text = u"报警处理";
-  window.OnHostMessage(4, reinterpret_cast<uintptr_t>(text.c_str()), 0);
-  EXPECT_EQ(page->GetItemText(4161), "") << "the test page has no control 4161; nothing breaks";
   window.OnHostMessage(2, plat::SW_HIDE, 0);
   EXPECT_FALSE(window.IsShown());
+
+  // The handling text reaches the handling page's text box.
+  CDlgMain alarmWindow(kAlarmType);
+  ASSERT_TRUE(alarmWindow.CreateDlg(&host));
+  const std::u16string text = u"报警处理";
+  alarmWindow.OnHostMessage(4, reinterpret_cast<uintptr_t>(text.c_str()), 0);
+  EXPECT_EQ(alarmWindow.Page()->GetItemText(4161), "报警处理");
+  window.OnHostMessage(4, reinterpret_cast<uintptr_t>(text.c_str()), 0);
+  EXPECT_EQ(page->GetItemText(4161), "") << "another page's window ignores the text";
 }
 
 }  // namespace

@@ -15,7 +15,9 @@ PageHarness::PageHarness(int functionType, PageHost host) {
     return;
   }
   page_->ShowWindow(plat::SW_SHOW);
-  HostPage(*page_, entry->noList ? nullptr : &host_.list, functionType, PageButtons::kOwn);
+  // Only the vehicle function window leaves a page without a list.
+  const bool noList = entry->noList && host == PageHost::kVehicleWindow;
+  HostPage(*page_, noList ? nullptr : &host_.list, functionType, PageButtons::kOwn);
 }
 
 PageHarness::~PageHarness() {

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include <json/value.h>
+
 namespace hostref {
 
 // ---- hostcore: the world ----------------------------------------------------
@@ -41,6 +43,26 @@ bool LoadHostTexts(const std::string& languageFile);
 // Texts of the export object's messages (102, 103), from section "EXPORT" of
 // a language file: the same file LoadHostTexts reads. Built-in English until then.
 bool LoadExportTexts(const std::string& languageFile);
+
+// ---- hostcore: alarms ------------------------------------------------------------
+
+// An alarm record (748 bytes, as the host hands its windows) from a JSON object:
+// "devIdno", "guid", "text" (strings), "msgId" (106), "time" (140), "type" (144),
+// "flag" (148), "info" (152), "value" (156), "time2" (424), "type2" (684).
+// nullopt and *error for a member of the wrong type.
+std::optional<std::vector<uint8_t>> MakeAlarmRecord(const Json::Value& alarm, std::string* error = nullptr);
+// The fleet's alarms ("alarms" of the fleet), one record each, in order.
+std::vector<std::vector<uint8_t>> FleetAlarms();
+void SetLayout(bool ver7_21, bool ver7_23, bool ver7_25, bool falseAlarmReason);
+void SetSBUploadAlarm(bool on);
+
+// The handling log: every entry released since the store was opened, oldest first.
+struct HandleLogEntry {
+  std::string text;
+  int way = 0;
+  std::string time;  // "YYYY-MM-DD hh:mm:ss"
+};
+std::vector<HandleLogEntry> HandleLog();
 
 // ---- hostcore: what the user sees and does ------------------------------------
 
@@ -87,6 +109,15 @@ struct SentRequest {
   std::string param;
 };
 
+// A request of the alarm service: its kind (kMCKind* of hostnet.h), the device
+// the record names and the record's bytes as handed in.
+struct AlarmRequest {
+  uint32_t handle = 0;
+  int kind = 0;
+  std::string devIdno;
+  std::vector<uint8_t> record;
+};
+
 namespace net {
 // Back to defaults: no held replies, delay 0, every device online, default answers.
 // Closes nothing: channels belong to their owners.
@@ -125,6 +156,8 @@ bool ReleaseNext();
 size_t ReleaseAll();
 // Waits until every started, unheld request has been answered (or its channel stopped).
 void WaitIdle();
+// True when no unheld answer is waiting or being delivered.
+bool Idle();
 
 // Delivers one held answer (by channel handle) like ReleaseNext; false when it is not held.
 bool Release(uint32_t handle);
@@ -141,6 +174,14 @@ void SetAnswerObserver(AnswerObserver observer);
 
 std::vector<SentRequest> Sent();
 void ClearSent();
+
+// The alarm service's requests: answered like command requests to the device
+// the record names (delays, statuses, reply texts, held mode), default success.
+// An answer's result is its network status, else "Error"/"result" of its text.
+std::vector<AlarmRequest> AlarmRequests();
+void ClearAlarmRequests();
+// Called on the requesting thread with every alarm request (the reference host prints them).
+void SetAlarmObserver(std::function<void(const AlarmRequest&)> observer);
 size_t OpenChannels();
 }  // namespace net
 

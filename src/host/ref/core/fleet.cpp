@@ -198,6 +198,24 @@ BOOL CLayoutMgr::IsSupportVer7_21() {
   return ReadFleet<BOOL>([](World& w) { return w.fleet->ver7_21 ? TRUE : FALSE; });
 }
 
+BOOL CLayoutMgr::IsSupportVer7_23() {
+  return ReadFleet<BOOL>([](World& w) { return w.fleet->ver7_23 ? TRUE : FALSE; });
+}
+
+BOOL CLayoutMgr::IsSupportVer7_25() {
+  return ReadFleet<BOOL>([](World& w) { return w.fleet->ver7_25 ? TRUE : FALSE; });
+}
+
+BOOL CLayoutMgr::IsSupportFalseAlarmResaon() {
+  return ReadFleet<BOOL>([](World& w) { return w.fleet->falseAlarmReason ? TRUE : FALSE; });
+}
+
+// The reference host has one client kind for all alarms: the fleet says which.
+BOOL IsSBUploadAlarmClient(const _GPSVehicleAlarm* alarm) {
+  if (!alarm) return FALSE;
+  return ReadFleet<BOOL>([](World& w) { return w.fleet->sbUploadAlarm ? TRUE : FALSE; });
+}
+
 BOOL CMgrAppInfo::IsTestIP() {
   return ReadFleet<BOOL>([](World& w) { return w.testIP.value_or(w.fleet->testIP) ? TRUE : FALSE; });
 }
@@ -292,6 +310,25 @@ void SetVersion(int version, bool on) {
   World& w = hostcore_detail::TheWorld();
   std::unique_lock lock(w.mutex);
   w.versions[version] = on;
+}
+
+std::vector<std::vector<uint8_t>> FleetAlarms() {
+  return ReadFleet<std::vector<std::vector<uint8_t>>>([](World& w) { return w.fleet->alarms; });
+}
+
+void SetLayout(bool ver7_21, bool ver7_23, bool ver7_25, bool falseAlarmReason) {
+  World& w = hostcore_detail::TheWorld();
+  std::unique_lock lock(w.mutex);
+  w.fleet->ver7_21 = ver7_21;
+  w.fleet->ver7_23 = ver7_23;
+  w.fleet->ver7_25 = ver7_25;
+  w.fleet->falseAlarmReason = falseAlarmReason;
+}
+
+void SetSBUploadAlarm(bool on) {
+  World& w = hostcore_detail::TheWorld();
+  std::unique_lock lock(w.mutex);
+  w.fleet->sbUploadAlarm = on;
 }
 
 void SetTestIP(bool on) {

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include <json/value.h>
+#include <cstdint>
 
 #include "host/hostcore.h"
 
@@ -68,6 +69,11 @@ struct Fleet {
   bool checkMode = false;
   std::string dirSvrIP;
   bool ver7_21 = false;
+  bool ver7_23 = false;
+  bool ver7_25 = false;
+  bool falseAlarmReason = false;
+  bool sbUploadAlarm = false;
+  std::vector<std::vector<uint8_t>> alarms;  // _GPSVehicleAlarm records
   std::unordered_map<int, int> config;
   std::map<std::pair<int, int>, std::string> configText;  // (id, index) -> text
   Json::Value markers{Json::arrayValue};

@@ -8,6 +8,7 @@
 #include <json/json.h>
 
 #include "host/ref/core/fleet.h"
+#include "host/ref/hostref.h"
 #include "text/json.h"
 
 namespace hostcore_detail {
@@ -140,18 +141,35 @@ bool ReadVehicles(Reader& r, const Json::Value& root, Fleet& fleet) {
   return true;
 }
 
+// The alarms a host hands its windows, as the host's alarm records.
+bool ReadAlarms(Reader& r, const Json::Value& root, Fleet& fleet) {
+  if (!root.isMember("alarms")) return true;
+  const Json::Value& alarms = root["alarms"];
+  if (!alarms.isArray()) return r.Fail("alarms", "expected an array");
+  for (Json::ArrayIndex i = 0; i < alarms.size(); ++i) {
+    const std::string where = "alarms[" + std::to_string(i) + "]";
+    if (!alarms[i].isObject()) return r.Fail(where, "expected an object");
+    std::string error;
+    auto record = hostref::MakeAlarmRecord(alarms[i], &error);
+    if (!record) return r.Fail(where, error);
+    fleet.alarms.push_back(std::move(*record));
+  }
+  return true;
+}
+
 bool ReadFleet(Reader& r, const Json::Value& root, Fleet& fleet) {
   if (!root.isObject()) return r.Fail("fleet", "expected a JSON object");
   if (!ReadString(r, root, "session", fleet.session) || !ReadRights(r, root, fleet) ||
-      !ReadBool(r, root, "testIP", fleet.testIP) ||
-      !ReadBool(r, root, "checkMode", fleet.checkMode) || !ReadString(r, root, "dirSvrIP", fleet.dirSvrIP) ||
-      !ReadBool(r, root, "ver7_21", fleet.ver7_21))
+      !ReadBool(r, root, "testIP", fleet.testIP) || !ReadBool(r, root, "checkMode", fleet.checkMode) || !ReadString(r, root, "dirSvrIP", fleet.dirSvrIP) ||
+      !ReadBool(r, root, "ver7_21", fleet.ver7_21) || !ReadBool(r, root, "ver7_23", fleet.ver7_23) ||
+      !ReadBool(r, root, "ver7_25", fleet.ver7_25) || !ReadBool(r, root, "falseAlarmReason", fleet.falseAlarmReason) ||
+      !ReadBool(r, root, "sbUploadAlarm", fleet.sbUploadAlarm))
     return false;
   if (root.isMember("versions") && !ReadIntList(r, root["versions"], "versions", fleet.versions)) return false;
   if (root.isMember("config") &&
       !ReadIntMap(r, root["config"], "config", [&](int id, int value) { fleet.config[id] = value; }))
     return false;
-  if (!ReadConfigText(r, root, fleet) || !ReadVehicles(r, root, fleet)) return false;
+  if (!ReadConfigText(r, root, fleet) || !ReadVehicles(r, root, fleet) || !ReadAlarms(r, root, fleet)) return false;
   // Map markers and lines are kept as given for the map services.
   if (root.isMember("markers")) fleet.markers = root["markers"];
   if (root.isMember("lines")) fleet.lines = root["lines"];

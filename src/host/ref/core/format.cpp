@@ -2,6 +2,7 @@
 // texts, times, full-width characters, and the host's names of functions,
 // groups and result codes (from a language file, with built-in fallbacks).
 #include <cstdio>
+#include <cstring>
 #include <iterator>
 #include <mutex>
 #include <optional>
@@ -30,6 +31,7 @@ constexpr const char* kTerminalTypes905[] = {
     "卫星定位模块", "", "通讯模块", "", "", "车载视频终端", "", "", "紧急报警装置"};
 constexpr const char* kSectionHost = "HOST";
 constexpr int kTextVehicle = 1;
+constexpr const char* kSectionAlarm = "ALARM";
 constexpr int kRootGroup = -1;
 constexpr int kStatusOffline = 101, kStatusTimeout = 110;
 
@@ -144,7 +146,6 @@ std::string FormatStringMgr::GetTerminalType905(int type) {
 }
 
 namespace {
-constexpr const char* kSectionAlarm = "ALARM";
 constexpr int kMillionths = 1000000;
 
 // The names of the alarm bits of a position report, by bit; "" for the reserved bits.
@@ -189,6 +190,71 @@ std::string CMgrJTT::GetAlarmMaskString(uint32_t flags) const {
     AddStringStatus(text, Texts().Get(kSectionAlarm, std::to_string(bit), fallback), ",");
   }
   return text;
+}
+
+// ---- alarm texts: section ALARM, keys "<kind>.<number>", English without a file ----
+
+namespace {
+std::string AlarmText(const char* kind, int number, const char* const* fallbacks, int count, const char* other) {
+  const std::string fallback =
+      number >= 0 && number < count ? fallbacks[number] : FormatStringInt(std::string(other) + " %d", number);
+  return Texts().Get(kSectionAlarm, std::string(kind) + "." + std::to_string(number), fallback);
+}
+
+constexpr const char* kHandleWays[] = {"",
+                                       "Recorded",
+                                       "Handled",
+                                       "Being handled",
+                                       "Dealt with by the driver",
+                                       "False alarm",
+                                       "Closed",
+                                       "Passed to the police",
+                                       "Passed to the transport office",
+                                       "Called the driver",
+                                       "Sent a message",
+                                       "Took a photo",
+                                       "Watched the video",
+                                       "Other"};
+constexpr const char* kReportKinds[] = {"Do not report", "Report to the platform", "Report to the superior platform",
+                                        "Report to both"};
+constexpr const char* kFalseReasons[] = {"Equipment failure", "Bad weather"};
+constexpr const char* kHandleResults[] = {"Handling", "Handled", "No action", "Will handle later"};
+constexpr const char* kInfoTypes[] = {"Alarm supervision", "Alarm urging", "Inspection"};
+
+constexpr size_t kAlarmInfoType = 152, kAlarmText = 164, kAlarmTextBytes = 260;
+
+std::string RecordText(const _GPSVehicleAlarm& alarm, size_t offset, size_t size) {
+  const char* text = reinterpret_cast<const char*>(alarm.bytes + offset);
+  size_t n = 0;
+  while (n < size && text[n]) ++n;
+  return std::string(text, n);
+}
+}  // namespace
+
+std::string FormatStringMgr::FormatAlarmHandleStr(int way) {
+  return AlarmText("Handle", way, kHandleWays, static_cast<int>(std::size(kHandleWays)), "Handling way");
+}
+std::string FormatStringMgr::FormatAlarmHandleReportStr(int kind) {
+  return AlarmText("Report", kind, kReportKinds, static_cast<int>(std::size(kReportKinds)), "Report kind");
+}
+std::string FormatStringMgr::FormatAlarmFalseReasonStr(int reason) {
+  return AlarmText("FalseReason", reason, kFalseReasons, static_cast<int>(std::size(kFalseReasons)), "Reason");
+}
+std::string FormatStringMgr::GetHandleResult(int result) {
+  return AlarmText("Result", result, kHandleResults, static_cast<int>(std::size(kHandleResults)), "Result");
+}
+
+// "<kind of request>\r\n<the request's text, one part a line>".
+std::string GetJT809AlarmDesc(const _GPSVehicleAlarm* alarm) {
+  if (!alarm) return "";
+  uint32_t infoType = 0;
+  std::memcpy(&infoType, alarm->bytes + kAlarmInfoType, sizeof infoType);
+  std::string desc =
+      AlarmText("Info", static_cast<int>(infoType), kInfoTypes, static_cast<int>(std::size(kInfoTypes)), "Request");
+  std::string text = RecordText(*alarm, kAlarmText, kAlarmTextBytes);
+  for (size_t at = text.find('|'); at != std::string::npos; at = text.find('|', at + 2)) text.replace(at, 1, "\r\n");
+  if (!text.empty()) desc += "\r\n" + text;
+  return desc;
 }
 
 namespace hostref {

@@ -3,7 +3,9 @@
 // data directory. Stored values win over the fleet's configuration defaults.
 #include <sqlite3.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,9 +24,11 @@ constexpr const char* kSchema =
     "CREATE TABLE IF NOT EXISTS config_int(id INTEGER PRIMARY KEY, value INTEGER NOT NULL);"
     "CREATE TABLE IF NOT EXISTS config_text(id INTEGER, idx INTEGER, value TEXT NOT NULL, PRIMARY KEY(id, idx));"
     "CREATE TABLE IF NOT EXISTS ctrl_data(module TEXT, template INTEGER, descriptor INTEGER, value TEXT NOT NULL,"
-    " PRIMARY KEY(module, template, descriptor));";
+    " PRIMARY KEY(module, template, descriptor));"
+    "CREATE TABLE IF NOT EXISTS alarm_handle(seq INTEGER PRIMARY KEY AUTOINCREMENT, text TEXT NOT NULL,"
+    " way INTEGER NOT NULL, time TEXT NOT NULL);";
 
-enum Statement { kGetInt, kSetInt, kGetText, kSetText, kGetCtrl, kSetCtrl, kStatementCount };
+enum Statement { kGetInt, kSetInt, kGetText, kSetText, kGetCtrl, kSetCtrl, kAddHandle, kListHandles, kStatementCount };
 
 constexpr const char* kStatementText[kStatementCount] = {
     "SELECT value FROM config_int WHERE id = ?1",
@@ -33,6 +37,8 @@ constexpr const char* kStatementText[kStatementCount] = {
     "INSERT OR REPLACE INTO config_text(id, idx, value) VALUES(?1, ?2, ?3)",
     "SELECT value FROM ctrl_data WHERE module = ?1 AND template = ?2 AND descriptor = ?3",
     "INSERT OR REPLACE INTO ctrl_data(module, template, descriptor, value) VALUES(?1, ?2, ?3, ?4)",
+    "INSERT INTO alarm_handle(text, way, time) VALUES(?1, ?2, ?3)",
+    "SELECT text, way, time FROM alarm_handle ORDER BY seq",
 };
 
 // A bound parameter: an integer or a text.
@@ -84,6 +90,23 @@ class Store {
     if (stmt && sqlite3_step(stmt) == SQLITE_ROW) value = sqlite3_column_int(stmt, 0);
     if (stmt) sqlite3_reset(stmt);
     return value;
+  }
+
+  // Every row of the statement, as texts of its first `columns` columns.
+  std::vector<std::vector<std::string>> Rows(Statement s, int columns) {
+    std::lock_guard lock(mutex_);
+    std::vector<std::vector<std::string>> rows;
+    sqlite3_stmt* stmt = Prepared(s, {});
+    if (!stmt) return rows;
+    while (sqlite3_step(stmt) == SQLITE_ROW) {
+      auto& row = rows.emplace_back();
+      for (int c = 0; c < columns; ++c) {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
+        row.emplace_back(text ? std::string(text, sqlite3_column_bytes(stmt, c)) : std::string());
+      }
+    }
+    sqlite3_reset(stmt);
+    return rows;
   }
 
   bool Put(Statement s, std::initializer_list<Param> params) {
@@ -170,6 +193,37 @@ BOOL CLocalDatabaseMgr::US_SetWndCtrlData(const std::string& module, int templat
   return TheStore().Put(kSetCtrl, {module, templateId, descriptor, value}) ? TRUE : FALSE;
 }
 
+// ---- the alarm handling log ----------------------------------------------------
+
+namespace {
+class HandleEntry : public CAlarmHandleInfo {
+ public:
+  void SetHandleText(const std::string& text) override { text_ = text; }
+  void SetHandleWay(int way) override { way_ = way; }
+  void SetHandleTime(const SYSTEMTIME& time) override { time_ = FormatSystemTime(time); }
+  void Keep() const { TheStore().Put(kAddHandle, {text_, way_, time_}); }
+
+ private:
+  std::string text_;
+  long long way_ = 0;
+  std::string time_;
+};
+}  // namespace
+
+CAlarmHandleInfo* CAlarmHandleInfoMgr::CreateObject() { return new (std::nothrow) HandleEntry(); }
+
+void CAlarmHandleInfoMgr::ReleaseObject(CAlarmHandleInfo* info) {
+  auto* entry = dynamic_cast<HandleEntry*>(info);
+  if (entry) entry->Keep();
+  delete info;
+}
+
 namespace hostref {
 bool OpenDataDir(const std::string& dir) { return TheStore().Open(dir); }
+
+std::vector<HandleLogEntry> HandleLog() {
+  std::vector<HandleLogEntry> log;
+  for (auto& row : TheStore().Rows(kListHandles, 3)) log.push_back({row[0], std::atoi(row[1].c_str()), row[2]});
+  return log;
+}
 }  // namespace hostref

@@ -90,6 +90,10 @@ void WaitIdle() {
   Guarded("net::WaitIdle", [] { Platform::Get().WaitIdle(); });
 }
 
+bool Idle() {
+  return Guarded("net::Idle", true, [] { return Platform::Get().Idle(); });
+}
+
 bool Release(uint32_t handle) {
   return Guarded("net::Release", false, [&] { return Platform::Get().Release(handle); });
 }
@@ -122,4 +126,18 @@ size_t OpenChannels() {
   return Guarded("net::OpenChannels", size_t{0}, [] { return Platform::Get().OpenChannels(); });
 }
 
+}  // namespace hostref::net
+
+namespace hostref::net {
+std::vector<AlarmRequest> AlarmRequests() {
+  return Guarded("net::AlarmRequests", std::vector<AlarmRequest>(), [] { return Platform::Get().AlarmRequests(); });
+}
+
+void ClearAlarmRequests() {
+  Guarded("net::ClearAlarmRequests", [] { Platform::Get().ClearAlarmRequests(); });
+}
+
+void SetAlarmObserver(std::function<void(const AlarmRequest&)> observer) {
+  Guarded("net::SetAlarmObserver", [&] { Platform::Get().SetAlarmObserver(std::move(observer)); });
+}
 }  // namespace hostref::net

@@ -28,6 +28,14 @@ Platform::~Platform() {
   for (auto& thread : threads_) thread.join();
 }
 
+bool Platform::AddChannel(const ChannelPtr& channel) {
+  // Handles are never reused: once the counter has wrapped no channel opens.
+  if (settings_.RuleOf(channel->request.devIdno).failOpen || nextHandle_ == 0) return false;
+  channel->request.handle = nextHandle_++;
+  channels_.emplace(channel->request.handle, channel);
+  return true;
+}
+
 bool Platform::Open(const std::string& devIdno, const std::string& envelope, const std::string& param,
                     NETHANDLE* handle) {
   auto channel = std::make_shared<Channel>();
@@ -35,19 +43,31 @@ bool Platform::Open(const std::string& devIdno, const std::string& envelope, con
   std::shared_ptr<const OpenObserver> observer;
   {
     std::unique_lock lock(mutex_);
-    // Handles are never reused: once the counter has wrapped no channel opens.
-    if (nextHandle_ == 0) return false;
-    if (settings_.RuleOf(devIdno).failOpen) {
-      ReportFault(lock, devIdno, "open");
+    if (!AddChannel(channel)) {
+      if (settings_.RuleOf(devIdno).failOpen) ReportFault(lock, devIdno, "open");
       return false;
     }
-    channel->request.handle = nextHandle_++;
     sent_.push_back(channel->request);
-    channels_.emplace(channel->request.handle, channel);
     observer = observer_;
   }
   *handle = channel->request.handle;
   if (observer && *observer) Guarded("hostnet open observer", [&] { (*observer)(channel->request); });
+  return true;
+}
+
+bool Platform::OpenAlarm(hostref::AlarmRequest request, NETHANDLE* handle) {
+  auto channel = std::make_shared<Channel>();
+  channel->request = {0, request.devIdno, "", ""};
+  std::shared_ptr<const AlarmObserver> observer;
+  {
+    std::lock_guard lock(mutex_);
+    if (!AddChannel(channel)) return false;
+    request.handle = channel->request.handle;
+    alarms_.push_back(request);
+    observer = alarmObserver_;
+  }
+  *handle = request.handle;
+  if (observer && *observer) Guarded("hostnet alarm observer", [&] { (*observer)(request); });
   return true;
 }
 
@@ -123,6 +143,11 @@ void Platform::WaitIdle() {
   done_.wait(lock, [&] { return timed_.empty() && running_ == 0; });
 }
 
+bool Platform::Idle() {
+  std::lock_guard lock(mutex_);
+  return timed_.empty() && running_ == 0;
+}
+
 void Platform::Reset() {
   std::lock_guard lock(mutex_);
   settings_ = Settings{};
@@ -141,6 +166,23 @@ void Platform::SetAnswerObserver(AnswerObserver observer) {
   auto shared = std::make_shared<const AnswerObserver>(std::move(observer));
   std::lock_guard lock(mutex_);
   answerObserver_ = std::move(shared);
+}
+
+void Platform::SetAlarmObserver(AlarmObserver observer) {
+  auto shared = std::make_shared<const AlarmObserver>(std::move(observer));
+  std::lock_guard lock(mutex_);
+  alarmObserver_ = std::move(shared);
+}
+
+std::vector<hostref::AlarmRequest> Platform::AlarmRequests() {
+  std::lock_guard lock(mutex_);
+  return alarms_;
+}
+
+void Platform::ClearAlarmRequests() {
+  std::vector<hostref::AlarmRequest> freed;
+  std::lock_guard lock(mutex_);
+  freed.swap(alarms_);
 }
 
 std::vector<hostref::SentRequest> Platform::Sent() {

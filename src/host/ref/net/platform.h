@@ -36,6 +36,7 @@ using TimedKey = std::pair<Clock::time_point, uint64_t>;  // due time, start ord
 using OpenObserver = std::function<void(const hostref::SentRequest&)>;
 using AnswerObserver = hostref::net::AnswerObserver;
 using FaultObserver = std::function<void(const std::string& devIdno, const char* step)>;
+using AlarmObserver = std::function<void(const hostref::AlarmRequest&)>;
 
 struct Channel {
   enum class Stage { Open, Timed, Held, Running, Done };
@@ -60,6 +61,9 @@ class Platform {
 
   // The channel steps behind NETCLIENT_*: false for an unknown handle or a refused step.
   bool Open(const std::string& devIdno, const std::string& envelope, const std::string& param, NETHANDLE* handle);
+  // A request of the alarm service: a channel like any other (answers, delays,
+  // held mode and stop apply alike), kept apart from the command requests.
+  bool OpenAlarm(hostref::AlarmRequest request, NETHANDLE* handle);
   bool SetCallback(NETHANDLE handle, void* user, FUNNormalCmdCB callback);
   bool Start(NETHANDLE handle);
   // With close set the channel is released as well.
@@ -71,6 +75,8 @@ class Platform {
   size_t HeldCount();
   std::vector<NETHANDLE> HeldHandles();
   void WaitIdle();
+  // No answer waits for its time or runs now (held answers do not count).
+  bool Idle();
   // Default settings; held answers are dropped without a callback.
   void Reset();
 
@@ -83,6 +89,9 @@ class Platform {
   void SetOpenObserver(OpenObserver observer);
   void SetAnswerObserver(AnswerObserver observer);
   void SetFaultObserver(FaultObserver observer);
+  void SetAlarmObserver(AlarmObserver observer);
+  std::vector<hostref::AlarmRequest> AlarmRequests();
+  void ClearAlarmRequests();
   std::vector<hostref::SentRequest> Sent();
   void ClearSent();
   size_t OpenChannels();
@@ -95,6 +104,8 @@ class Platform {
   void Drop(Channel& channel);
   void Hold(const ChannelPtr& channel);
   ChannelPtr Find(NETHANDLE handle) const;
+  // Registers a new channel; false when the device refuses or handles ran out.
+  bool AddChannel(const ChannelPtr& channel);
   void WaitDone(std::unique_lock<std::mutex>& lock, const Channel& channel);
 
   std::mutex mutex_;
@@ -105,6 +116,8 @@ class Platform {
   std::shared_ptr<const AnswerObserver> answerObserver_;
   std::shared_ptr<const FaultObserver> faultObserver_;
   void ReportFault(std::unique_lock<std::mutex>& lock, const std::string& devIdno, const char* step);
+  std::shared_ptr<const AlarmObserver> alarmObserver_;
+  std::vector<hostref::AlarmRequest> alarms_;
   std::unordered_map<NETHANDLE, ChannelPtr> channels_;
   std::map<TimedKey, ChannelPtr> timed_;
   std::map<uint64_t, ChannelPtr> held_;

@@ -5,13 +5,14 @@
 
 namespace hostref {
 namespace {
-// Lets the network answer what it has, then handles the posted answers.
+// Lets the network answer what it has, then handles the posted answers; a
+// handled answer may have sent the next request (the alarm pages work so).
 void Drain() {
   auto& loop = plat::MessageLoop::Instance();
   do {
     net::WaitIdle();
     loop.RunPending();
-  } while (loop.HasPosted());
+  } while (loop.HasPosted() || !net::Idle());
 }
 }  // namespace
 

@@ -113,4 +113,29 @@ std::vector<ReceivedText> Texts(const std::string& devIdno);
 // id, each as the set command's item carried it.
 std::map<uint32_t, Json::Value> StoredAreas(const std::string& devIdno, int setCommand);
 
+// What the alarm family keeps: the manual confirmations, oldest first.
+struct AlarmConfirmation {
+  int serial = 0;      // 0: every alarm of the types
+  uint32_t types = 0;  // alarm type bits
+};
+std::vector<AlarmConfirmation> AlarmConfirmations(const std::string& devIdno);
+
+// What the regional family keeps: transparent data by sub-type, the IC card
+// blacklist, and the last inspection setting.
+struct TransparentData {
+  int subType = 0;  // "SCTYPE"
+  int id = -1;      // "SCID", -1 when absent
+  int operation = -1;
+  std::string note;  // "SCNOTE" as typed
+};
+std::vector<TransparentData> TransparentDataOf(const std::string& devIdno);
+// The answer to the provincial form of the transparent data command.
+Answer ProvincialTransparentData(const TerminalRequest& request);
+std::vector<std::string> Blacklist(const std::string& devIdno);
+struct InspectionState {
+  int type = -1;  // the last inspection type set, -1 when none
+  int identityRequests = 0;
+};
+InspectionState Inspection(const std::string& devIdno);
+
 }  // namespace hostref::terminals

@@ -104,7 +104,9 @@ Answer OilAndPower(const TerminalRequest& r) {
   return Reply({});
 }
 
+// Transparent data: the plain form (a type and its content), or the provincial one (a sub-type and its fields).
 Answer PassThrough(const TerminalRequest& r) {
+  if (r.param.isObject() && r.param.isMember("SCTYPE")) return ProvincialTransparentData(r);
   const auto type = Value(r.param, "CMT", 0, kMaxByte);
   if (!type) return Reply({}, kResultMessageError);
   g_states[r.devIdno].passThrough.emplace_back(static_cast<int>(*type), TypedText(r.param, "CMC"));
