@@ -10,32 +10,15 @@
 
 namespace {
 
-class TerminalsTest : public PageWorld {
+class TerminalsTest : public TerminalWorld {
  protected:
   void SetUp() override {
-    PageWorld::SetUp();
+    TerminalWorld::SetUp();
     ASSERT_TRUE(hostref::LoadFleet(R"({"vehicles":[{"name":"A","devices":[{"id":1,"idno":"91001"}]},
       {"name":"B","devices":[{"id":2,"idno":"91002","attrs":{"80":1}}]}]})"));
-    hostref::terminals::Clear();
-    hostref::terminals::Install();
-  }
-  void TearDown() override {
-    hostref::terminals::Uninstall();
-    PageWorld::TearDown();
   }
   // The reply a device gives to a command with a parameter text.
-  std::string Ask(const std::string& dev, int command, const std::string& param) {
-    std::string reply;
-    auto callback = [](int32_t, const char* text, void* user) { *static_cast<std::string*>(user) = text ? text : ""; };
-    NETHANDLE handle = 0;
-    const std::string envelope = "{\"Command\":" + std::to_string(command) + ",\"DevIDNO\":\"" + dev + "\",\"Session\":\"s\"}";
-    NETCLIENT_MNOpenNormalCmd(&handle, dev.c_str(), envelope.c_str(), param.c_str());
-    NETCLIENT_MNSetNormalCmdCB(handle, &reply, callback);
-    NETCLIENT_MNStartNormalCmd(handle);
-    hostref::net::WaitIdle();
-    NETCLIENT_MNCloseNormalCmd(handle);
-    return reply;
-  }
+  std::string Ask(const std::string& dev, int command, const std::string& param) { return AskText(dev, command, param); }
 };
 
 TEST_F(TerminalsTest, TextMessagesAreKeptAsTyped) {

@@ -4,7 +4,10 @@
 
 #include "command/device_caps.h"
 #include "host/ref/hostref.h"
+#include "host/hostnet.h"
 #include "host/ref/run/settle.h"
+#include "host/ref/run/terminals.h"
+#include "text/json.h"
 #include "lang/language.h"
 #include "platform/clock.h"
 #include "platform/dialog.h"
@@ -65,6 +68,37 @@ void PageWorld::TearDown() {
 }
 
 bool PageWorld::Settle(uint64_t maxMs) { return hostref::RunUntilSettled(maxMs); }
+
+void TerminalWorld::SetUp() {
+  PageWorld::SetUp();
+  hostref::terminals::Clear();
+  hostref::terminals::Install();
+}
+
+void TerminalWorld::TearDown() {
+  hostref::terminals::Uninstall();
+  PageWorld::TearDown();
+}
+
+std::string TerminalWorld::AskText(const std::string& devIdno, int command, const std::string& param) {
+  std::string reply;
+  auto callback = [](int32_t, const char* text, void* user) { *static_cast<std::string*>(user) = text ? text : ""; };
+  NETHANDLE handle = 0;
+  const std::string envelope =
+      "{\"Command\":" + std::to_string(command) + ",\"DevIDNO\":\"" + devIdno + "\",\"Session\":\"s\"}";
+  NETCLIENT_MNOpenNormalCmd(&handle, devIdno.c_str(), envelope.c_str(), param.c_str());
+  NETCLIENT_MNSetNormalCmdCB(handle, &reply, callback);
+  NETCLIENT_MNStartNormalCmd(handle);
+  hostref::net::WaitIdle();
+  NETCLIENT_MNCloseNormalCmd(handle);
+  return reply;
+}
+
+Json::Value TerminalWorld::Ask(const std::string& devIdno, int command, const std::string& param) {
+  Json::Value value;
+  txt::ParseJson(AskText(devIdno, command, param), value);
+  return value;
+}
 
 std::vector<std::string> PageWorld::TipTexts() const {
   std::vector<std::string> texts;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <json/value.h>
 
 #include <filesystem>
 #include <string>
@@ -31,4 +32,17 @@ class PageWorld : public ::testing::Test {
   std::vector<std::string> TipTexts() const;
 
   plat::ManualClock clock{1'000'000};
+};
+
+// A page world whose devices answer through the simulated terminals, which
+// start each test with nothing kept.
+class TerminalWorld : public PageWorld {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+  // The reply text a device's terminal gives to a command with a parameter
+  // text, asked directly through a command channel.
+  static std::string AskText(const std::string& devIdno, int command, const std::string& param);
+  // The same, parsed (null when the reply is not JSON).
+  static Json::Value Ask(const std::string& devIdno, int command, const std::string& param);
 };

@@ -15,18 +15,12 @@ namespace {
 constexpr int kCircles = 0x8600, kRectangles = 0x8602, kPolygon = 0x8604, kRoute = 0x8606;
 constexpr int kDeleteCircles = 0x8601, kDeleteRoutes = 0x8607, kQuery = 0x8608, kList = 0x86FE;
 
-class AreaTerminals : public PageWorld {
+class AreaTerminals : public TerminalWorld {
  protected:
   void SetUp() override {
-    PageWorld::SetUp();
+    TerminalWorld::SetUp();
     ASSERT_TRUE(hostref::LoadFleet(R"({"vehicles":[{"name":"A","devices":[{"id":1,"idno":"91001"}]},
       {"name":"B","devices":[{"id":2,"idno":"91002","attrs":{"80":1}}]}]})"));
-    hostref::terminals::Clear();
-    hostref::terminals::Install();
-  }
-  void TearDown() override {
-    hostref::terminals::Uninstall();
-    PageWorld::TearDown();
   }
   // The "result" a device answers to a command with a parameter text.
   int Ask(const std::string& dev, int command, const std::string& param) {
@@ -34,18 +28,7 @@ class AreaTerminals : public PageWorld {
     return txt::JsonMemberInt(value, "result", -1);
   }
   Json::Value Reply(const std::string& dev, int command, const std::string& param) {
-    std::string reply;
-    auto callback = [](int32_t, const char* text, void* user) { *static_cast<std::string*>(user) = text ? text : ""; };
-    NETHANDLE handle = 0;
-    const std::string envelope = "{\"Command\":" + std::to_string(command) + ",\"DevIDNO\":\"" + dev + "\",\"Session\":\"s\"}";
-    NETCLIENT_MNOpenNormalCmd(&handle, dev.c_str(), envelope.c_str(), param.c_str());
-    NETCLIENT_MNSetNormalCmdCB(handle, &reply, callback);
-    NETCLIENT_MNStartNormalCmd(handle);
-    hostref::net::WaitIdle();
-    NETCLIENT_MNCloseNormalCmd(handle);
-    Json::Value value;
-    EXPECT_TRUE(txt::ParseJson(reply, value)) << reply;
-    return value;
+    return TerminalWorld::Ask(dev, command, param);
   }
   static std::string Ids(const std::string& dev, int command) {
     std::string ids;

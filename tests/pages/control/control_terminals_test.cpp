@@ -8,32 +8,10 @@
 
 namespace {
 
-class ControlTerminalsTest : public PageWorld {
+class ControlTerminalsTest : public TerminalWorld {
  protected:
-  void SetUp() override {
-    PageWorld::SetUp();
-    hostref::terminals::Clear();
-    hostref::terminals::Install();
-  }
-  void TearDown() override {
-    hostref::terminals::Uninstall();
-    PageWorld::TearDown();
-  }
   // The reply object device 91001 gives to a command with a parameter text.
-  Json::Value Ask(int command, const std::string& param) {
-    std::string reply;
-    auto callback = [](int32_t, const char* text, void* user) { *static_cast<std::string*>(user) = text ? text : ""; };
-    NETHANDLE handle = 0;
-    const std::string envelope = "{\"Command\":" + std::to_string(command) + ",\"DevIDNO\":\"91001\",\"Session\":\"s\"}";
-    NETCLIENT_MNOpenNormalCmd(&handle, "91001", envelope.c_str(), param.c_str());
-    NETCLIENT_MNSetNormalCmdCB(handle, &reply, callback);
-    NETCLIENT_MNStartNormalCmd(handle);
-    hostref::net::WaitIdle();
-    NETCLIENT_MNCloseNormalCmd(handle);
-    Json::Value value;
-    EXPECT_TRUE(txt::ParseJson(reply, value)) << reply;
-    return value;
-  }
+  Json::Value Ask(int command, const std::string& param) { return TerminalWorld::Ask("91001", command, param); }
 };
 
 TEST_F(ControlTerminalsTest, ResultsOfWellAndBadlyFormedCommands) {

@@ -17,32 +17,10 @@ using hostref::terminals::UploadedMedia;
 constexpr const char* kDevice = "91001";
 constexpr int kSnapshot = 0x8801, kSearch = 0x8802, kUpload = 0x8803, kRecord = 0x8804, kSingleUpload = 0x8805;
 
-class MediaTerminalsTest : public PageWorld {
+class MediaTerminalsTest : public TerminalWorld {
  protected:
-  void SetUp() override {
-    PageWorld::SetUp();
-    hostref::terminals::Clear();
-    hostref::terminals::Install();
-  }
-  void TearDown() override {
-    hostref::terminals::Uninstall();
-    PageWorld::TearDown();
-  }
   // The reply the device gives to a command with a parameter text.
-  Json::Value Ask(int command, const std::string& param) {
-    std::string reply;
-    auto callback = [](int32_t, const char* text, void* user) { *static_cast<std::string*>(user) = text ? text : ""; };
-    NETHANDLE handle = 0;
-    const std::string envelope = "{\"Command\":" + std::to_string(command) + ",\"DevIDNO\":\"" + kDevice + "\",\"Session\":\"s\"}";
-    NETCLIENT_MNOpenNormalCmd(&handle, kDevice, envelope.c_str(), param.c_str());
-    NETCLIENT_MNSetNormalCmdCB(handle, &reply, callback);
-    NETCLIENT_MNStartNormalCmd(handle);
-    hostref::net::WaitIdle();
-    NETCLIENT_MNCloseNormalCmd(handle);
-    Json::Value value;
-    txt::ParseJson(reply, value);
-    return value;
-  }
+  Json::Value Ask(int command, const std::string& param) { return TerminalWorld::Ask(kDevice, command, param); }
   // The ids a search answers.
   std::vector<int> Search(const std::string& filter) {
     std::vector<int> ids;

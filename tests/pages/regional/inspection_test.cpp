@@ -140,17 +140,8 @@ TEST_F(InspectionTest, TheContentLosesALeadingTypeName) {
   std::filesystem::remove(texts);
 }
 
-class InspectionSettingsTest : public PageWorld {
+class InspectionSettingsTest : public TerminalWorld {
  protected:
-  void SetUp() override {
-    PageWorld::SetUp();
-    hostref::terminals::Clear();
-    hostref::terminals::Install();
-  }
-  void TearDown() override {
-    hostref::terminals::Uninstall();
-    PageWorld::TearDown();
-  }
 };
 
 TEST_F(InspectionSettingsTest, EachChoiceItsCommand) {

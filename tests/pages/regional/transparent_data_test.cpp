@@ -14,17 +14,8 @@ using W = CDlgHBElectronicWaybill;
 
 namespace {
 
-class TransparentDataTest : public PageWorld {
+class TransparentDataTest : public TerminalWorld {
  protected:
-  void SetUp() override {
-    PageWorld::SetUp();
-    hostref::terminals::Clear();
-    hostref::terminals::Install();
-  }
-  void TearDown() override {
-    hostref::terminals::Uninstall();
-    PageWorld::TearDown();
-  }
   static void SetTime(PageHarness& page, int date, int time, SYSTEMTIME value) {
     page.Page().Item<plat::DateTimePicker>(date)->SetTime(value);
     page.Page().Item<plat::DateTimePicker>(time)->SetTime(value);

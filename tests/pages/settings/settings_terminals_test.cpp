@@ -13,19 +13,7 @@ namespace {
 class SettingsTerminalsTest : public SettingsWorld {
  protected:
   // The reply device 1 gives to a command with a parameter text.
-  static std::string Ask(int command, const std::string& param) {
-    std::string reply;
-    auto callback = [](int32_t, const char* text, void* user) { *static_cast<std::string*>(user) = text ? text : ""; };
-    NETHANDLE handle = 0;
-    const std::string envelope =
-        "{\"Command\":" + std::to_string(command) + ",\"DevIDNO\":\"" + kDevice1 + "\",\"Session\":\"s\"}";
-    NETCLIENT_MNOpenNormalCmd(&handle, kDevice1, envelope.c_str(), param.c_str());
-    NETCLIENT_MNSetNormalCmdCB(handle, &reply, callback);
-    NETCLIENT_MNStartNormalCmd(handle);
-    hostref::net::WaitIdle();
-    NETCLIENT_MNCloseNormalCmd(handle);
-    return reply;
-  }
+  static std::string Ask(int command, const std::string& param) { return AskText(kDevice1, command, param); }
   // The member names of a reply in key order, "Error" and "result" left out, then the result.
   static std::string Keys(const std::string& reply) {
     Json::Value value;

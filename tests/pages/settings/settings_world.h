@@ -9,17 +9,8 @@
 #include "support/page_fixture.h"
 #include "support/page_harness.h"
 
-class SettingsWorld : public PageWorld {
+class SettingsWorld : public TerminalWorld {
  protected:
-  void SetUp() override {
-    PageWorld::SetUp();
-    hostref::terminals::Clear();
-    hostref::terminals::Install();
-  }
-  void TearDown() override {
-    hostref::terminals::Uninstall();
-    PageWorld::TearDown();
-  }
   // The user picks a time in a date or time picker.
   static bool Pick(PageHarness& page, int picker, const SYSTEMTIME& time) {
     auto* control = page.Page().Item<plat::DateTimePicker>(picker);
