@@ -10,17 +10,7 @@ out=${1:-$root/build-deb}
 # What building and checking a package needs, besides the build's own packages.
 packages=(dpkg-dev debhelper fakeroot lintian help2man cmake ninja-build pkgconf g++ libedit-dev
           libjsoncpp-dev libminizip-dev libsqlite3-dev libxlsxwriter-dev)
-missing=()
-for p in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-  echo "installing: ${missing[*]}"
-  sudo=""
-  [ "$(id -u)" -ne 0 ] && sudo=sudo
-  $sudo apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}" >/dev/null
-fi
+"$root/scripts/install-packages.sh" "${packages[@]}"
 
 # ccache, when the machine has it, shares compiled objects with earlier builds.
 if command -v ccache >/dev/null; then

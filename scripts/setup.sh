@@ -9,17 +9,7 @@ shift || true
 packages=(g++ cmake ninja-build pkg-config libjsoncpp-dev libsqlite3-dev libgtest-dev libgmock-dev
           libbenchmark-dev libxlsxwriter-dev libminizip-dev libedit-dev help2man tmux
           qt6-base-dev fonts-wqy-microhei)  # the last two: the desktop program and its Chinese font
-missing=()
-for p in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-  echo "installing: ${missing[*]}"
-  sudo=""
-  [ "$(id -u)" -ne 0 ] && sudo=sudo
-  $sudo apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}" >/dev/null
-fi
+"$root/scripts/install-packages.sh" "${packages[@]}"
 
 # ccache, when the machine has it, shares compiled objects between build trees.
 launcher=()
