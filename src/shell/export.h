@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "command/result_columns.h"
 #include "host/hostcore.h"
 #include "platform/controls.h"
 
@@ -12,7 +13,7 @@ namespace exportfile {
 // Rows of one worksheet, below its header row of column captions.
 constexpr int kRowsPerSheet = 50000;
 // The result lists' trailing columns the user does not see (an empty one, the status word).
-constexpr int kResultListHidden = 2;
+constexpr int kResultListHidden = kColumnCount - kVisibleColumns;
 // The save-file dialog: the file name edit (holding the proposed name) and OK / Cancel.
 constexpr int kSaveTemplate = 9034;
 constexpr int kFileNameLabel = 1090;

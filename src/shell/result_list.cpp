@@ -3,6 +3,7 @@
 #include <iterator>
 #include <string>
 
+#include "command/result_columns.h"
 #include "host/hostcore.h"
 #include "lang/language.h"
 #include "platform/menu.h"
@@ -21,7 +22,8 @@ struct ColumnSpec {
 enum Text : int { kTextVehicle = 13421, kTextTime = 13431, kTextFunction = 13022, kTextResult = 12957, kTextDescription = 13008 };
 constexpr ColumnSpec kColumns[] = {{0, 45},           {kTextVehicle, 90},  {kTextTime, 115},
                                    {kTextFunction, 115}, {kTextResult, 80}, {kTextDescription, 250}};
-constexpr int kHiddenColumns = 2;
+static_assert(std::size(kColumns) == kVisibleColumns);
+constexpr int kHiddenColumns = kColumnCount - kVisibleColumns;
 
 // The export of the menu: a fresh export object, the result frame's caption as the title.
 void ExportList(const CXListCtrl& list) {
@@ -58,7 +60,7 @@ void OnDoubleClick(CXListCtrl& list, int row) {
   if (row < 0 || row >= list.GetItemCount()) return;
   std::string text;
   // The visible columns only: the hidden ones hold no text for the user.
-  for (int c = 0; c < static_cast<int>(std::size(kColumns)) && c < list.GetColumnCount(); ++c) {
+  for (int c = 0; c < kVisibleColumns && c < list.GetColumnCount(); ++c) {
     text += FormatChineseColon(list.GetColumn(c).caption, list.GetItemText(row, c)) + "\r\n";
   }
   ShowMsgTipEx(text, "", 0);

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "command/ids.h"
+#include "command/result_columns.h"
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
 #include "host/ref/run/settle.h"
@@ -128,7 +129,7 @@ TEST_F(BaseDlgTest, RowsAreNumberedNewestFirstWithResultTextsAndColours) {
     hostref::RunFor(10);
   }
   ASSERT_EQ(host.list.GetItemCount(), 3);
-  EXPECT_EQ(Cell(0, 0), "3");
+  EXPECT_EQ(Cell(0, kColNumber), "3");
   EXPECT_EQ(Cell(2, 0), "1");
   EXPECT_EQ(Cell(2, 1), "V1");
   EXPECT_EQ(Cell(2, 2), "2026-11-23 08:30:05");
@@ -150,8 +151,8 @@ TEST_F(BaseDlgTest, RowsAreNumberedNewestFirstWithResultTextsAndColours) {
   hostref::SetPickerAnswer(std::vector<int>{1});
   page.Send(true);
   ASSERT_TRUE(Settle());
-  EXPECT_EQ(Cell(0, 4), "[" + T(13312) + "]" + IDIRErrorString(7));
-  EXPECT_EQ(Cell(0, 5), "0x8300;\r\ndesc");
+  EXPECT_EQ(Cell(0, kColResult), "[" + T(13312) + "]" + IDIRErrorString(7));
+  EXPECT_EQ(Cell(0, kColDescription), "0x8300;\r\ndesc");
   EXPECT_EQ(page.parsed, (std::vector<std::string>{R"({"Error":7})"}));
 }
 
@@ -221,7 +222,7 @@ TEST_F(BaseDlgTest, BadRepliesGiveTheirResultWithoutHarm) {
   page.Send(true);
   ASSERT_TRUE(Settle());
   ASSERT_EQ(host.list.GetItemCount(), 4);
-  for (int row = 0; row < 4; ++row) EXPECT_EQ(Cell(row, 4), T(11011)) << row;
+  for (int row = 0; row < 4; ++row) EXPECT_EQ(Cell(row, kColResult), T(11011)) << row;
   EXPECT_EQ(page.parsed.size(), 4u);
   EXPECT_TRUE(std::find(page.parsed.begin(), page.parsed.end(), huge) != page.parsed.end());
 }
@@ -231,7 +232,7 @@ TEST_F(BaseDlgTest, AnOfflineStatusKeepsTheReplyForTheParser) {
   hostref::net::SetStatus("91001", 110);
   page.Send(true);
   ASSERT_TRUE(Settle());
-  EXPECT_EQ(Cell(0, 4), "[" + T(13312) + "]" + IDIRErrorString(110));
+  EXPECT_EQ(Cell(0, kColResult), "[" + T(13312) + "]" + IDIRErrorString(110));
 }
 
 TEST_F(BaseDlgTest, ASetSeesItsParsedReplyWhateverTheResult) {

@@ -4,6 +4,7 @@
 
 #include "command/device_caps.h"
 #include "command/page_registry.h"
+#include "command/result_columns.h"
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
 #include "shell/fun_tree.h"
@@ -162,7 +163,7 @@ TEST_F(FunctionPageTest, BatchButtonSendsThroughThePickerAndMirrorsTheSend) {
   ASSERT_TRUE(Settle());
   EXPECT_TRUE(Button(ctl::Set)->IsWindowEnabled());
   EXPECT_EQ(window.ResultList()->GetItemCount(), 3);
-  EXPECT_EQ(window.ResultList()->GetItemText(0, 3), FormatStringMgr::Format808FunctionType(kSetGetType, 0));
+  EXPECT_EQ(window.ResultList()->GetItemText(0, kColFunction), FormatStringMgr::Format808FunctionType(kSetGetType, 0));
 
   static_cast<plat::Button*>(Button(ctl::Set))->Click();
   plat::MessageLoop::Instance().RunPending();
