@@ -84,10 +84,13 @@ plat::DialogTemplate FitToPageArea(plat::DialogTemplate dialog) {
   return dialog;
 }
 
-plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<TemplateSection> sections) {
+namespace {
+template <class Sections>
+plat::DialogTemplate Numbered(int id, SIZE size, const Sections& sections) {
   plat::DialogTemplate dialog{id, "", size, {}};
   int section = 0;
-  for (const TemplateSection& rows : sections) {
+  for (const auto& rows : sections) {
+    if (std::empty(rows)) continue;
     ++section;
     for (plat::ControlSpec spec : rows) {
       spec.layoutGroup = section;
@@ -95,4 +98,13 @@ plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<Templ
     }
   }
   return dialog;
+}
+}  // namespace
+
+plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<TemplateSection> sections) {
+  return Numbered(id, size, sections);
+}
+
+plat::DialogTemplate PageTemplate(int id, SIZE size, const std::vector<TemplateRows>& sections) {
+  return Numbered(id, size, sections);
 }

@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <vector>
 
 #include "command/ids.h"
 #include "platform/dialog.h"
@@ -56,6 +57,9 @@ ControlSpec CancelButton(RECT rect);
 using TemplateSection = std::initializer_list<plat::ControlSpec>;
 // The template of a dialog: its size and its sections in display order.
 plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<TemplateSection> sections);
+// The same from sections put together in code (shared rows, rows a page has only sometimes).
+using TemplateRows = std::vector<plat::ControlSpec>;
+plat::DialogTemplate PageTemplate(int id, SIZE size, const std::vector<TemplateRows>& sections);
 
 // The page area of the hosting windows: a page's template fits in it.
 constexpr SIZE kPageArea{600, 500};

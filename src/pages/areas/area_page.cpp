@@ -108,19 +108,9 @@ plat::DialogTemplate CAreaPageBase::MakeTemplate(const Shape& shape, const char*
       Combo(kUnloadTypeCombo, {485, 458, 740, 630}, kHidden)};
   const std::vector<plat::ControlSpec> buttons = {SetButton({560, 500, 650, 528}), CancelButton({660, 500, 750, 528})};
 
-  plat::DialogTemplate dialog = PageTemplate(shape.templateId, {760, 540}, {});
-  int group = 0;
-  const std::vector<plat::ControlSpec>* sections[] = {&setup, &attributes, &item, &radius, &times,
-                                                      &speeds, &mountain, &types, &buttons};
-  for (const auto* section : sections) {
-    if (section->empty()) continue;
-    ++group;
-    for (plat::ControlSpec spec : *section) {
-      spec.layoutGroup = group;
-      dialog.controls.push_back(spec);
-    }
-  }
-  return FitToPageArea(dialog);
+  return FitToPageArea(PageTemplate(shape.templateId, {760, 540},
+                                    std::vector<TemplateRows>{setup, attributes, item, radius, times, speeds,
+                                                              mountain, types, buttons}));
 }
 
 CAreaPageBase::CAreaPageBase(const Shape& shape) : CBaseDlg(shape.templateId), shape_(shape) {
