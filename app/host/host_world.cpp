@@ -56,15 +56,30 @@ std::string PickerLine(const std::vector<uint8_t>& param) {
   return line + " first=" + list(kFirstList, kSecondList) + " second=" + list(kSecondList, kListsEnd);
 }
 
-// A request of the alarm service: device, kind, the record's size and its leading text
-// (up to the first zero byte, at most 64 bytes): the handling text or the device number.
+// A request of the alarm service: device, kind, the record's size and the texts it holds,
+// in order, joined by "|": the handling text, the alarm's identifier, device numbers, codes.
+// A text is a run of bytes ended by a zero byte with four printable ASCII characters in a
+// row somewhere in it: a summary, in which a number whose bytes all happen to be printable
+// can show up.
 std::string AlarmLine(const hostref::AlarmRequest& request) {
-  constexpr size_t kLeadingBytes = 64;
+  constexpr size_t kAsciiInARow = 4;
+  const auto isText = [](uint8_t byte) { return byte >= 0x20 || byte == '\r' || byte == '\n' || byte == '\t'; };
+  const auto isAscii = [](uint8_t byte) { return byte >= 0x20 && byte < 0x7F; };
+  std::string texts;
   const auto& record = request.record;
-  const auto end = std::find(record.begin(), record.begin() + std::min(record.size(), kLeadingBytes), uint8_t{0});
-  const std::string leading(record.begin(), end);
+  for (size_t at = 0; at < record.size();) {
+    size_t end = at, row = 0, longest = 0;
+    for (; end < record.size() && isText(record[end]); ++end) {
+      row = isAscii(record[end]) ? row + 1 : 0;
+      longest = std::max(longest, row);
+    }
+    if (longest >= kAsciiInARow && (end == record.size() || record[end] == 0)) {
+      texts += (texts.empty() ? "" : "|") + out::EscapeBytes(std::string(record.begin() + at, record.begin() + end));
+    }
+    at = end + 1;
+  }
   return "ALARMREC " + request.devIdno + " " + std::to_string(request.kind) + " " + std::to_string(record.size()) +
-         " " + (leading.empty() ? std::string("(none)") : out::EscapeBytes(leading));
+         " " + (texts.empty() ? std::string("(none)") : texts);
 }
 
 // A new row is drawn at the top of a result list: print it.
