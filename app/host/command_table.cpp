@@ -48,6 +48,7 @@ constexpr Info kAll[] = {
     {kWindows, "msg", "msg MSG W L", "sends a host message to the current vehicle function window (`DLL_WindowMsg`) with number arguments"},
     {kWindows, "msg", "msg context COUNT TEXT", "message 1: the page's context words become the address of TEXT (kept by the host, GBK) and COUNT"},
     {kWindows, "msg", "msg alarm-text TEXT", "message 4: w is the address of TEXT (UTF-16), the alarm-handling text"},
+    {kWindows, "msg", "msg alarms [INDEX ...]", "message 1 as the client hands a window its alarms: w is the address of the chosen alarm records of the fleet (748 bytes each, kept by the host; INDEX from 0 in the fleet's `alarms`, all of them without one) and l their count"},
     {kWindows, "callname", "callname DEVIDNO", "queues a point query (`DLL808_CallName`)"},
     {kWindows, "tree", "tree", "prints the function tree, one `TREE` line an item: indent, name, `[type]`, `*` when selected"},
     {kWindows, "tree", "tree click N", "clicks the Nth item of the tree as `tree` lists them (from 1), a group included"},

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "host/hostcore.h"
+#include "host/hostnet.h"
 #include "host/ref/hostref.h"
 #include "host/ref/run/terminals.h"
 #include "output.h"
@@ -17,6 +18,11 @@ namespace {
 constexpr RECT kMainRect{0, 0, 1280, 960};
 constexpr SYSTEMTIME kFixedTime{2026, 1, 4, 15, 9, 30, 0, 0};
 constexpr UINT kFirstHostMessage = 1000;
+// Before and after each alarm a page handles: the alarm's record and the answer (0 before it).
+constexpr UINT kAlarmHandled = 13318;
+// The handling log entry of a run.
+constexpr UINT kHandlingLogged = 13319;
+constexpr size_t kRecordGuid = 32, kRecordGuidBytes = 40;
 constexpr UINT kPointQueryAnswer = 13339;
 
 HostWorld* g_world = nullptr;
@@ -50,6 +56,32 @@ std::string PickerLine(const std::vector<uint8_t>& param) {
   return line + " first=" + list(kFirstList, kSecondList) + " second=" + list(kSecondList, kListsEnd);
 }
 
+// A request of the alarm service: device, kind, the record's size and the texts it holds,
+// in order, joined by "|": the handling text, the alarm's identifier, device numbers, codes.
+// A text is a run of bytes ended by a zero byte with four printable ASCII characters in a
+// row somewhere in it: a summary, in which a number whose bytes all happen to be printable
+// can show up.
+std::string AlarmLine(const hostref::AlarmRequest& request) {
+  constexpr size_t kAsciiInARow = 4;
+  const auto isText = [](uint8_t byte) { return byte >= 0x20 || byte == '\r' || byte == '\n' || byte == '\t'; };
+  const auto isAscii = [](uint8_t byte) { return byte >= 0x20 && byte < 0x7F; };
+  std::string texts;
+  const auto& record = request.record;
+  for (size_t at = 0; at < record.size();) {
+    size_t end = at, row = 0, longest = 0;
+    for (; end < record.size() && isText(record[end]); ++end) {
+      row = isAscii(record[end]) ? row + 1 : 0;
+      longest = std::max(longest, row);
+    }
+    if (longest >= kAsciiInARow && (end == record.size() || record[end] == 0)) {
+      texts += (texts.empty() ? "" : "|") + out::EscapeBytes(std::string(record.begin() + at, record.begin() + end));
+    }
+    at = end + 1;
+  }
+  return "ALARMREC " + request.devIdno + " " + std::to_string(request.kind) + " " + std::to_string(record.size()) +
+         " " + (texts.empty() ? std::string("(none)") : texts);
+}
+
 // A new row is drawn at the top of a result list: print it.
 void OnRowDrawn(plat::ListView& list, int first, int last) {
   if (first != 0 || last != 0 || list.GetDlgCtrlID() != 4399 || list.GetItemCount() == 0) return;
@@ -62,9 +94,27 @@ void OnRowDrawn(plat::ListView& list, int first, int last) {
 LRESULT HostMainWindow::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
   if (msg >= kFirstHostMessage || msg == WM_CLOSE) {
     // A point-query answer carries the finished request, which starts with the device number.
-    const std::string w = msg == kPointQueryAnswer && wParam ? std::string(reinterpret_cast<const char*>(wParam))
-                                                              : std::to_string(wParam);
-    out::Line("HOSTMSG " + std::to_string(msg) + " " + w + " " + std::to_string(lParam));
+    if (msg == kPointQueryAnswer && wParam) {
+      out::Line("HOSTMSG " + std::to_string(msg) + " " + reinterpret_cast<const char*>(wParam) + " " +
+                std::to_string(lParam));
+      return 0;
+    }
+    // Messages that carry addresses print what they point at, so that a script's lines repeat.
+    if (msg == kAlarmHandled && wParam) {
+      // The alarm's record (device number, then its identifier) and, after its answer, the answer's result.
+      const char* record = reinterpret_cast<const char*>(wParam);
+      const std::string alarm = std::string(record, strnlen(record, kRecordGuid)) + "/" +
+                                std::string(record + kRecordGuid, strnlen(record + kRecordGuid, kRecordGuidBytes));
+      const std::string answer =
+          lParam ? "result=" + std::to_string(NETCLIENT_MCMsgResult(reinterpret_cast<const void*>(lParam))) : "0";
+      out::Line("HOSTMSG " + std::to_string(msg) + " " + alarm + " " + answer);
+      return 0;
+    }
+    if (msg == kHandlingLogged) {
+      out::Line("HOSTMSG " + std::to_string(msg) + " " + (wParam ? "log" : "0") + " " + std::to_string(lParam));
+      return 0;
+    }
+    out::Line("HOSTMSG " + std::to_string(msg) + " " + std::to_string(wParam) + " " + std::to_string(lParam));
     return 0;
   }
   return plat::Window::WindowProc(msg, wParam, lParam);
@@ -110,6 +160,7 @@ void HostWorld::InstallObservers() {
                 (reply ? out::EscapeBytes(reply) : std::string("(none)")));
     }
   });
+  hostref::net::SetAlarmObserver([](const hostref::AlarmRequest& request) { out::Line(AlarmLine(request)); });
   hostref::net::SetFaultObserver([](const std::string& devIdno, const char* step) {
     out::Line("FAULT " + devIdno + " " + step);
   });
@@ -166,6 +217,7 @@ void HostWorld::Stop() {
   hostref::net::SetOpenObserver(nullptr);
   hostref::net::SetAnswerObserver(nullptr);
   hostref::net::SetFaultObserver(nullptr);
+  hostref::net::SetAlarmObserver(nullptr);
   hostref::SetLogObserver(nullptr);
   hostref::SetPickerObserver(nullptr);
   hostref::SetPickerFallback(nullptr);

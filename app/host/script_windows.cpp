@@ -1,6 +1,7 @@
 // Commands about the plug-in's windows: creating, choosing, sizing and
 // destroying them, host messages, point queries and the function tree.
 #include "host/hostcore.h"
+#include "host/ref/hostref.h"
 #include "output.h"
 #include "platform/controls.h"
 #include "platform/loop.h"
@@ -9,12 +10,35 @@
 #include "script_controls.h"
 #include "text/encoding.h"
 
+#include <limits>
+
 using namespace script;
 
 namespace {
 constexpr int kTreeControl = 4460;
 constexpr uint32_t kMsgSetContext = 1;
 constexpr uint32_t kMsgAlarmText = 4;
+
+// The fleet's alarm records chosen by index (all of them without an index), end to end.
+std::string ChosenAlarms(const Args& indexes) {
+  const std::vector<std::vector<uint8_t>> alarms = hostref::FleetAlarms();
+  if (alarms.empty()) throw Error{"the fleet has no alarms (give the fleet an \"alarms\" array, see fleet.md)"};
+  std::vector<size_t> chosen;
+  for (const std::string& word : indexes) {
+    const long long index = Number(word, 0, std::numeric_limits<int32_t>::max());
+    if (static_cast<size_t>(index) >= alarms.size()) {
+      throw Error{"alarm " + word + " is not in the fleet: its alarms are 0 to " + std::to_string(alarms.size() - 1) +
+                  " (`msg alarms` without an index passes them all)"};
+    }
+    chosen.push_back(static_cast<size_t>(index));
+  }
+  if (indexes.empty()) {
+    for (size_t i = 0; i < alarms.size(); ++i) chosen.push_back(i);
+  }
+  std::string bytes;
+  for (size_t i : chosen) bytes.append(alarms[i].begin(), alarms[i].end());
+  return bytes;
+}
 
 // The window a page was put in: a visible dialog (not a control) among the window's children.
 bool HasPage(plat::Window& window) {
@@ -97,8 +121,14 @@ void ScriptRunner::RegisterWindows() {
     } else if (what == "alarm-text") {
       message = kMsgAlarmText;
       w = reinterpret_cast<uintptr_t>(world_.KeepText(txt::Utf8ToUtf16(Unescape(more))).c_str());
+    } else if (what == "alarms") {
+      const Args indexes = Split(more);
+      const std::string records = ChosenAlarms(indexes);
+      message = kMsgSetContext;
+      l = static_cast<intptr_t>(records.size() / sizeof(_GPSVehicleAlarm));
+      w = reinterpret_cast<uintptr_t>(world_.KeepText(records).data());
     } else {
-      const Args a = Expect(rest, 3, "msg MSG W L | msg context COUNT TEXT | msg alarm-text TEXT");
+      const Args a = Expect(rest, 3, "msg MSG W L | msg context COUNT TEXT | msg alarm-text TEXT | msg alarms [INDEX ...]");
       message = Number<uint32_t>(a[0]);
       w = Number<uint32_t>(a[1]);
       l = Number<int32_t>(a[2]);
