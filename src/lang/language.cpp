@@ -10,9 +10,10 @@
 namespace {
 constexpr const char* kSection = "STRING";
 // Outlives static destruction: the application object deletes the table at unload.
+std::unique_ptr<CLanguage>* g_slot = nullptr;
 std::unique_ptr<CLanguage>& Slot() {
-  static auto* instance = new std::unique_ptr<CLanguage>();
-  return *instance;
+  if (!g_slot) g_slot = new std::unique_ptr<CLanguage>();
+  return *g_slot;
 }
 std::mutex g_instanceLock;
 
@@ -34,7 +35,8 @@ CLanguage& CLanguage::Instance() {
 
 void CLanguage::DeleteInstance() {
   std::lock_guard guard(g_instanceLock);
-  Slot().reset();
+  delete g_slot;
+  g_slot = nullptr;
 }
 
 BOOL CLanguage::SetPath(const std::string& path) {

@@ -5,25 +5,43 @@
 #include "shell/function_page.h"
 
 namespace module {
-// The slots outlive static destruction: the host destroys its windows
-// before it unloads the plug-in, and nothing may run on a torn-down loop.
-std::unique_ptr<CDlg808FunctionPage>& FunctionPageWindow() {
-  static auto* window = new std::unique_ptr<CDlg808FunctionPage>();
-  return *window;
+namespace {
+// The slots outlive static destruction: the host destroys its windows before
+// it unloads the plug-in, and nothing may run on a torn-down loop. The
+// application object's exit lets them go.
+std::unique_ptr<CDlg808FunctionPage>* g_functionPage = nullptr;
+std::unique_ptr<CDlgCallName>* g_callName = nullptr;
+std::set<CDlgMain*>* g_vehicleWindows = nullptr;
+
+template <class T>
+T& Slot(T*& slot) {
+  if (!slot) slot = new T();
+  return *slot;
 }
 
-std::unique_ptr<CDlgCallName>& CallNameWindow() {
-  static auto* window = new std::unique_ptr<CDlgCallName>();
-  return *window;
+// A window the host left open is not destroyed at unload: its loop may be gone.
+template <class W>
+void Release(std::unique_ptr<W>*& slot) {
+  if (slot) (void)slot->release();
+  delete slot;
+  slot = nullptr;
 }
+}  // namespace
 
-std::set<CDlgMain*>& VehicleWindows() {
-  static auto* windows = new std::set<CDlgMain*>();
-  return *windows;
+std::unique_ptr<CDlg808FunctionPage>& FunctionPageWindow() { return Slot(g_functionPage); }
+std::unique_ptr<CDlgCallName>& CallNameWindow() { return Slot(g_callName); }
+std::set<CDlgMain*>& VehicleWindows() { return Slot(g_vehicleWindows); }
+
+void ReleaseSlots() {
+  Release(g_functionPage);
+  Release(g_callName);
+  delete g_vehicleWindows;
+  g_vehicleWindows = nullptr;
 }
 }  // namespace module
 
 int CLibMostSetup_808App::ExitInstance() {
+  module::ReleaseSlots();
   CLanguage::DeleteInstance();
   return 0;
 }

@@ -16,6 +16,8 @@ std::unique_ptr<CDlgCallName>& CallNameWindow();
 // The vehicle function windows handed to the host and not destroyed yet: a
 // pointer the host passes back is used only when it is one of them.
 std::set<CDlgMain*>& VehicleWindows();
+// At unload: lets the slots go (a window the host left open is abandoned, not destroyed).
+void ReleaseSlots();
 }  // namespace module
 
 // The application object: its start only reports success; its exit deletes
