@@ -45,6 +45,8 @@ void Init() {
   (void)done;
 }
 
+void EndInput() { hostref::ClearLog(); }
+
 std::string DeviceIdno(uint8_t pick) { return "9" + std::to_string(1001 + pick % kDevices); }
 
 int32_t Status(uint8_t pick) {

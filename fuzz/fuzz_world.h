@@ -16,6 +16,8 @@ constexpr int kDevices = 4;
 
 // Sets the world up once per process.
 void Init();
+// Forgets what an input left behind that would pile up over a run: the log's lines.
+void EndInput();
 // The number of a fleet device chosen by a byte.
 std::string DeviceIdno(uint8_t pick);
 // A network status chosen by a byte: mostly 0, sometimes offline or timeout.

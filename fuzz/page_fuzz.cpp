@@ -61,5 +61,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   BaseDlgAccess::Deliver(*page, true, status, reply.c_str(), devIdno);
   BaseDlgAccess::Deliver(*page, false, status, reply.c_str(), devIdno);
   page->DestroyWindow();
+  fuzzworld::EndInput();
   return 0;
 }

@@ -34,5 +34,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   BaseDlgAccess::Deliver(page, true, status, text, devIdno);
   BaseDlgAccess::Deliver(page, false, status, text, devIdno);
   page.DestroyWindow();
+  fuzzworld::EndInput();
   return 0;
 }

@@ -10,6 +10,7 @@
 #include <sstream>
 #include <string>
 
+#include "host/ref/hostref.h"
 #include "host_world.h"
 #include "platform/dialog.h"
 #include "output.h"
@@ -57,5 +58,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   world.Run();
   // Dialogs queued by `modal` lines belong to this input's runner.
   plat::modal::Clear();
+  hostref::ClearLog();
   return 0;
 }
