@@ -58,9 +58,11 @@ struct Answer {
   std::string devIdno, reply;
 };
 std::vector<Answer> g_answers;
-void CALLBACK OnPointQuery(int32_t result, CommandRequest* request, uintptr_t context) {
+// As a host declares it: the request is a record that starts with the device number.
+void CALLBACK OnPointQuery(int32_t result, void* record, uintptr_t context) {
   EXPECT_EQ(context, 77u);
-  g_answers.push_back({result, request->devIdno, request->reply});
+  const auto* request = static_cast<const CommandRequest*>(record);
+  g_answers.push_back({result, static_cast<const char*>(record), request->reply});
 }
 
 TEST_F(VehicleWindowTest, QueuedPointQueriesGoOutInOneSend) {
