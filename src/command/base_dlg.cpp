@@ -10,13 +10,13 @@
 
 namespace {
 // The controls a user fills in: everything but statics, frames and the send buttons.
-bool IsParamInput(const plat::ControlSpec& spec) {
-  switch (spec.kind) {
+bool IsParamInput(const plat::ControlSpec& entry) {
+  switch (entry.kind) {
     case plat::ControlKind::Static:
     case plat::ControlKind::GroupBox:
       return false;
     case plat::ControlKind::PushButton:
-      return spec.id != ctl::Set && spec.id != ctl::Get && spec.id != ctl::Cancel && spec.id != ctl::BatchGet;
+      return entry.id != ctl::Set && entry.id != ctl::Get && entry.id != ctl::Cancel && entry.id != ctl::BatchGet;
     default:
       return true;
   }
@@ -49,8 +49,8 @@ void CBaseDlg::EnableSendControls(BOOL enable) {
 void CBaseDlg::EnableParamControls(BOOL enable) {
   const plat::DialogTemplate* dialog = plat::templates::Find(TemplateId());
   if (!dialog) return;
-  for (const plat::ControlSpec& spec : dialog->controls) {
-    if (IsParamInput(spec)) EnableItem(spec.id, enable != FALSE);
+  for (const plat::ControlSpec& entry : dialog->controls) {
+    if (IsParamInput(entry)) EnableItem(entry.id, enable != FALSE);
   }
 }
 

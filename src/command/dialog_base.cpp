@@ -54,8 +54,8 @@ int FrameHit(const RECT& r, POINT p, int margin) {
 
 BOOL CDialogBase::OnInitDialog() {
   if (const plat::DialogTemplate* dialog = plat::templates::Find(TemplateId())) {
-    for (const plat::ControlSpec& spec : dialog->controls) {
-      if (spec.textId != 0) SetItemText(spec.id, LanguageText(spec.textId));
+    for (const plat::ControlSpec& entry : dialog->controls) {
+      if (entry.textId != 0) SetItemText(entry.id, LanguageText(entry.textId));
     }
   }
   return plat::Dialog::OnInitDialog();

@@ -7,14 +7,14 @@ namespace {
 using plat::ControlKind;
 
 ControlSpec Captioned(ControlKind kind, int id, const char* caption, RECT rect, int text, uint32_t styles) {
-  ControlSpec spec;
-  spec.id = id;
-  spec.kind = kind;
-  spec.caption = caption;
-  spec.rect = rect;
-  spec.styles = styles;
-  spec.textId = text;
-  return spec;
+  ControlSpec entry;
+  entry.id = id;
+  entry.kind = kind;
+  entry.caption = caption;
+  entry.rect = rect;
+  entry.styles = styles;
+  entry.textId = text;
+  return entry;
 }
 
 ControlSpec Plain(ControlKind kind, int id, RECT rect, uint32_t styles) {
@@ -41,11 +41,11 @@ ControlSpec Radio(int id, const char* caption, RECT rect, int text, uint32_t sty
 }
 
 ControlSpec Edit(int id, RECT rect, EditOptions options) {
-  ControlSpec spec = Plain(ControlKind::Edit, id, rect, options.styles);
-  spec.limit = options.limit;
-  spec.minValue = options.min;
-  spec.maxValue = options.max;
-  return spec;
+  ControlSpec entry = Plain(ControlKind::Edit, id, rect, options.styles);
+  entry.limit = options.limit;
+  entry.minValue = options.min;
+  entry.maxValue = options.max;
+  return entry;
 }
 
 ControlSpec Number(int id, RECT rect, int64_t min, int64_t max, uint32_t styles) {
@@ -59,11 +59,11 @@ ControlSpec Date(int id, RECT rect, uint32_t styles) { return Plain(ControlKind:
 ControlSpec Time(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::TimePicker, id, rect, styles); }
 
 ControlSpec Spin(int id, RECT rect, int buddy, int64_t min, int64_t max) {
-  ControlSpec spec = Plain(ControlKind::Spin, id, rect, 0);
-  spec.buddy = buddy;
-  spec.minValue = min;
-  spec.maxValue = max;
-  return spec;
+  ControlSpec entry = Plain(ControlKind::Spin, id, rect, 0);
+  entry.buddy = buddy;
+  entry.minValue = min;
+  entry.maxValue = max;
+  return entry;
 }
 
 ControlSpec SetButton(RECT rect) { return Button(ctl::Set, "设置", rect); }
@@ -77,8 +77,8 @@ plat::DialogTemplate FitToPageArea(plat::DialogTemplate dialog) {
   if (sx == 1.0 && sy == 1.0) return dialog;
   const auto x = [&](int v) { return static_cast<int>(v * sx); };
   const auto y = [&](int v) { return static_cast<int>(v * sy); };
-  for (plat::ControlSpec& spec : dialog.controls) {
-    spec.rect = {x(spec.rect.left), y(spec.rect.top), x(spec.rect.right), y(spec.rect.bottom)};
+  for (plat::ControlSpec& entry : dialog.controls) {
+    entry.rect = {x(entry.rect.left), y(entry.rect.top), x(entry.rect.right), y(entry.rect.bottom)};
   }
   dialog.size = {x(dialog.size.cx), y(dialog.size.cy)};
   return dialog;
@@ -92,9 +92,9 @@ plat::DialogTemplate Numbered(int id, SIZE size, const Sections& sections) {
   for (const auto& rows : sections) {
     if (std::empty(rows)) continue;
     ++section;
-    for (plat::ControlSpec spec : rows) {
-      spec.layoutGroup = section;
-      dialog.controls.push_back(std::move(spec));
+    for (plat::ControlSpec entry : rows) {
+      entry.layoutGroup = section;
+      dialog.controls.push_back(std::move(entry));
     }
   }
   return dialog;

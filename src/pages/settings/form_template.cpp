@@ -10,9 +10,9 @@ plat::DialogTemplate FormTemplate(int id, const std::vector<plat::ControlSpec>& 
                                   const std::vector<FormRow>& rows, std::vector<plat::ControlSpec> buttons) {
   plat::DialogTemplate dialog{id, "", {}, {}};
   int section = 1;
-  for (plat::ControlSpec spec : head) {
-    spec.layoutGroup = section;
-    dialog.controls.push_back(spec);
+  for (plat::ControlSpec entry : head) {
+    entry.layoutGroup = section;
+    dialog.controls.push_back(entry);
   }
   int top = firstTop;
   for (const FormRow& r : rows) {

@@ -38,11 +38,11 @@ constexpr const char *kType = "SETP", *kContacts = "PHIT", *kFlag = "Flag", *kPh
 // Puts controls right after another control of a template, in its layout group.
 void InsertAfter(plat::DialogTemplate& dialog, int anchor, std::initializer_list<plat::ControlSpec> specs) {
   auto it = std::find_if(dialog.controls.begin(), dialog.controls.end(),
-                         [anchor](const plat::ControlSpec& spec) { return spec.id == anchor; });
+                         [anchor](const plat::ControlSpec& entry) { return entry.id == anchor; });
   if (it == dialog.controls.end()) return;
   const int group = it->layoutGroup;
   std::vector<plat::ControlSpec> placed(specs);
-  for (plat::ControlSpec& spec : placed) spec.layoutGroup = group;
+  for (plat::ControlSpec& entry : placed) entry.layoutGroup = group;
   dialog.controls.insert(it + 1, placed.begin(), placed.end());
 }
 
