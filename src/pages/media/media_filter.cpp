@@ -41,6 +41,18 @@ bool EarlierThan(const SYSTEMTIME& a, const SYSTEMTIME& b) {
 }
 }  // namespace media
 
+std::vector<TemplateRows> CMediaFilterPage::FilterRows(const Controls& c, const Labels& l) {
+  using namespace row;
+  return {{Static(l.channel, "通道ID", {10, 12, 110, 32}, kTextChannel), Number(c.channel, {120, 10, 200, 32}, 0, 255),
+           Static(l.channelNote, "(0~255)", {210, 12, 300, 32})},
+          {Static(l.type, "多媒体类型", {10, 47, 110, 67}, kTextType), Combo(c.type, {120, 45, 290, 67}),
+           Static(l.event, "事件项编码", {310, 47, 400, 67}, kTextEvent), Combo(c.event, {410, 45, 590, 67})},
+          {Static(l.start, "起始时间", {10, 82, 110, 102}, kTextStart), Date(c.startDate, {120, 80, 240, 102}),
+           Time(c.startTime, {250, 80, 350, 102})},
+          {Static(l.end, "结束时间", {10, 117, 110, 137}, kTextEnd), Date(c.endDate, {120, 115, 240, 137}),
+           Time(c.endTime, {250, 115, 350, 137})}};
+}
+
 CMediaFilterPage::CMediaFilterPage(int templateId, const Controls& controls)
     : CBaseDlg(templateId), controls_(controls) {
   DeviceKindMask = kDeviceKinds;

@@ -6,9 +6,11 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "command/base_dlg.h"
 #include "command/description.h"
+#include "command/page_template.h"
 #include "command/param_check.h"
 
 class CMediaFilterPage : public CBaseDlg {
@@ -17,12 +19,19 @@ class CMediaFilterPage : public CBaseDlg {
   struct Controls {
     int channel, type, event, startDate, startTime, endDate, endTime;
   };
+  // The labels beside them.
+  struct Labels {
+    int channel, channelNote, type, event, start, end;
+  };
   enum Text : int {
     kTextChannel = 13450, kTextType = 13451, kTextEvent = 13452, kTextStart = 13453, kTextEnd = 12409,
   };
   static constexpr uint32_t kDeviceKinds = 0x4;
 
   CMediaFilterPage(int templateId, const Controls& controls);
+
+  // The filter's rows of a template: channel; type and event; start; end.
+  static std::vector<TemplateRows> FilterRows(const Controls& controls, const Labels& labels);
 
  protected:
   // Lists, picker formats and the start texts: today from 00:00:00 to 23:59:59.
