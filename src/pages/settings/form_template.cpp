@@ -8,37 +8,24 @@ constexpr int kLabelLeft = 20, kLabelRight = 190, kInputLeft = 200, kInputRight 
 
 plat::DialogTemplate FormTemplate(int id, const std::vector<plat::ControlSpec>& head, int firstTop,
                                   const std::vector<FormRow>& rows, std::vector<plat::ControlSpec> buttons) {
-  plat::DialogTemplate dialog{id, "", {}, {}};
-  int section = 1;
-  for (plat::ControlSpec entry : head) {
-    entry.layoutGroup = section;
-    dialog.controls.push_back(entry);
-  }
+  std::vector<TemplateRows> sections{head};
   int top = firstTop;
   for (const FormRow& r : rows) {
-    ++section;
-    plat::ControlSpec label = row::Static(r.label, r.caption, {kLabelLeft, top + 2, kLabelRight, top + 22}, r.text);
-    plat::ControlSpec input = r.input;
-    input.rect = {kInputLeft, top, kInputRight, top + kFieldHeight};
-    label.layoutGroup = input.layoutGroup = section;
-    dialog.controls.push_back(label);
-    dialog.controls.push_back(input);
+    TemplateRows& field = sections.emplace_back();
+    field.push_back(row::Static(r.label, r.caption, {kLabelLeft, top + 2, kLabelRight, top + 22}, r.text));
+    field.push_back(r.input);
+    field.back().rect = {kInputLeft, top, kInputRight, top + kFieldHeight};
     if (r.hint != 0) {
-      plat::ControlSpec hint = row::Static(r.hint, r.hintCaption, {kHintLeft, top + 2, kHintRight, top + 22}, r.hintText);
-      hint.layoutGroup = section;
-      dialog.controls.push_back(hint);
+      field.push_back(row::Static(r.hint, r.hintCaption, {kHintLeft, top + 2, kHintRight, top + 22}, r.hintText));
     }
     top += kRowHeight;
   }
-  ++section;
   top += kMargin;
   for (plat::ControlSpec& button : buttons) {
     const int width = button.rect.right - button.rect.left;
     button.rect.top = top, button.rect.bottom = top + kButtonHeight;
     button.rect.right = button.rect.left + width;
-    button.layoutGroup = section;
-    dialog.controls.push_back(button);
   }
-  dialog.size = {kWidth, top + kButtonHeight + kMargin};
-  return dialog;
+  sections.push_back(std::move(buttons));
+  return PageTemplate(id, {kWidth, top + kButtonHeight + kMargin}, sections);
 }
