@@ -234,4 +234,34 @@ std::string FormEncode(std::string_view bytes) {
   }
   return out;
 }
+
+namespace {
+int FormHexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+bool IsEscape(std::string_view text, size_t i) {
+  return text[i] == '%' && i + 2 < text.size() && FormHexDigit(text[i + 1]) >= 0 && FormHexDigit(text[i + 2]) >= 0;
+}
+}  // namespace
+
+std::string FormDecode(std::string_view text) {
+  bool encoded = false;
+  for (size_t i = 0; i < text.size() && !encoded; ++i) encoded = IsEscape(text, i);
+  if (!encoded) return std::string(text);
+  std::string out;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '+') {
+      out += ' ';
+    } else if (IsEscape(text, i)) {
+      out += static_cast<char>(FormHexDigit(text[i + 1]) * 16 + FormHexDigit(text[i + 2]));
+      i += 2;
+    } else {
+      out += text[i];
+    }
+  }
+  return out;
+}
 }  // namespace txt

@@ -25,4 +25,7 @@ std::string Utf8Left(std::string_view text, size_t maxChars);
 // Form encoding of bytes: "*", "-", ".", digits, letters and "_" stay, a space
 // becomes "+", every other byte "%XX" (upper-case hexadecimal).
 std::string FormEncode(std::string_view bytes);
+// Undoes it ("+" and "%XX"). Only a text with a "%XX" is form-encoded: any
+// other went out as typed and comes back unchanged.
+std::string FormDecode(std::string_view text);
 }  // namespace txt

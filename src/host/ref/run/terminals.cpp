@@ -61,13 +61,6 @@ std::optional<std::string> Dispatch(const SentRequest& request) {
   return it->second(TerminalRequest{request.devIdno, command, param, count});
 }
 
-int HexDigit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
-}
-
 std::vector<int>& Duplicates() {
   static std::vector<int> duplicates;
   return duplicates;
@@ -104,26 +97,7 @@ bool Is2019(const std::string& idno) {
   return CVehicleBaseMgr::FindDvsDeviceByIDNO(idno.c_str()).GetDevInt(kAttrProtocol2019) != 0;
 }
 
-std::string FormDecode(const std::string& text) {
-  // Only a form-encoded text has "%XX"; a plain one went out as typed.
-  bool encoded = false;
-  for (size_t i = 0; i + 2 < text.size() && !encoded; ++i) {
-    encoded = text[i] == '%' && HexDigit(text[i + 1]) >= 0 && HexDigit(text[i + 2]) >= 0;
-  }
-  if (!encoded) return text;
-  std::string out;
-  for (size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '+') {
-      out += ' ';
-    } else if (text[i] == '%' && i + 2 < text.size() && HexDigit(text[i + 1]) >= 0 && HexDigit(text[i + 2]) >= 0) {
-      out += static_cast<char>(HexDigit(text[i + 1]) * 16 + HexDigit(text[i + 2]));
-      i += 2;
-    } else {
-      out += text[i];
-    }
-  }
-  return out;
-}
+std::string FormDecode(const std::string& text) { return txt::FormDecode(text); }
 
 std::string TypedText(const Json::Value& param, const char* key) {
   return txt::GbkToUtf8(FormDecode(txt::JsonMemberString(param, key)));
