@@ -3,7 +3,7 @@
 # folder (found through RUNPATHs relative to each binary); the language files
 # under share; the public header and fleetcmd.pc for host developers; the man
 # page made from --help.
-set(FC_PRIVATE_LIBS fc_platform fc_text hostlog hostcore hostnet hostref_run)
+set(FC_PRIVATE_LIBS fc_platform fc_text hostlog hostcore hostnet fc_jt808 hostref_run)
 file(RELATIVE_PATH FC_REL_PRIVATE ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR}/fleetcmd)
 
 set_target_properties(fleetcmd-host PROPERTIES INSTALL_RPATH "$ORIGIN/${FC_REL_PRIVATE}")

@@ -8,6 +8,7 @@
 #include "host/hostnet.h"
 #include "host/ref/hostref.h"
 #include "host/ref/run/terminals.h"
+#include "host/ref/run/wire.h"
 #include "output.h"
 #include "platform/controls.h"
 #include "platform/loop.h"
@@ -136,7 +137,11 @@ bool HostWorld::Start(const HostOptions& options, std::string* error) {
   hostref::LoadDefaultFleet();
   hostref::SetTipSink([](const hostref::Tip& tip) { out::Line("TIP " + out::EscapeControls(tip.text)); });
   hostref::net::Reset();
-  hostref::terminals::Install();
+  if (options.net == NetMode::Loop) {
+    hostref::wire::Install();
+  } else {
+    hostref::terminals::Install();
+  }
   hostref::net::SetHeld(true);
   InstallObservers();
   main_.Create(nullptr, 0, "fleetcmd-host", kMainRect);

@@ -22,11 +22,16 @@ class HostMainWindow : public plat::Window {
   LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
 };
 
+// Where requests go: the simulated platform answers them directly, or
+// carries each one over the terminals' binary protocol and back.
+enum class NetMode { Sim, Loop };
+
 struct HostOptions {
   std::string pluginPath;
   std::string languageFile;
   std::string dataDir;  // the host's store (SQLite); "" keeps it in memory
   bool fixedTime = false;
+  NetMode net = NetMode::Sim;
 };
 
 // Output lines a script switches on: ENVELOPE, ANSWER, LOG and PICKER.

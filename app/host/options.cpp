@@ -5,7 +5,7 @@
 #include "paths.h"
 
 namespace {
-enum : int { kOptFixedTime = 1000, kOptDemo, kOptLang, kOptPlugin, kOptData, kOptCommandsMarkdown };
+enum : int { kOptFixedTime = 1000, kOptDemo, kOptLang, kOptPlugin, kOptData, kOptNet, kOptCommandsMarkdown };
 
 constexpr option kOptions[] = {
     {"script", required_argument, nullptr, 's'},
@@ -14,6 +14,7 @@ constexpr option kOptions[] = {
     {"lang", required_argument, nullptr, kOptLang},
     {"plugin", required_argument, nullptr, kOptPlugin},
     {"data", required_argument, nullptr, kOptData},
+    {"net", required_argument, nullptr, kOptNet},
     {"help", no_argument, nullptr, 'h'},
     {"version", no_argument, nullptr, 'V'},
     {"commands-markdown", no_argument, nullptr, kOptCommandsMarkdown},
@@ -24,6 +25,13 @@ std::string Fail(CommandLine& line, const std::string& what) {
   line.action = CommandLine::Action::Fail;
   line.error = what + " (fleetcmd-host --help lists the options)";
   return line.error;
+}
+
+bool ParseNet(const std::string& text, NetMode* mode) {
+  if (text == "sim") *mode = NetMode::Sim;
+  else if (text == "loop") *mode = NetMode::Loop;
+  else return false;
+  return true;
 }
 }  // namespace
 
@@ -47,6 +55,12 @@ CommandLine ParseCommandLine(int argc, char** argv) {
       case kOptData:
         line.host.dataDir = optarg;
         line.dataGiven = true;
+        break;
+      case kOptNet:
+        if (!ParseNet(optarg, &line.host.net)) {
+          Fail(line, "--net takes sim or loop, not " + std::string(optarg));
+          return line;
+        }
         break;
       case 'h': line.action = CommandLine::Action::Help; return line;
       case 'V': line.action = CommandLine::Action::Version; return line;
@@ -79,6 +93,9 @@ std::string HelpText() {
          "      --plugin=FILE    load another build of the plug-in\n"
          "      --data=DIR       keep configuration and remembered inputs in DIR\n"
          "                       (default: $XDG_DATA_HOME/fleetcmd or ~/.local/share/fleetcmd)\n"
+         "      --net=MODE       how requests reach the terminals: sim (default) answers\n"
+         "                       them at once; loop carries each one over the terminals'\n"
+         "                       binary protocol and back, in this process\n"
          "  -h, --help           show this help and exit\n"
          "  -V, --version        show the version and exit\n"
          "      --commands-markdown  print the command tables of the scripting guide\n"

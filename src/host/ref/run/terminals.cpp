@@ -54,11 +54,7 @@ std::optional<std::string> Dispatch(const SentRequest& request) {
   if (!request.param.empty() && !txt::ParseJson(request.param, param)) {
     return Reply(Json::Value(Json::objectValue), kResultMessageError);
   }
-  auto lock = Locked();
-  const size_t count = Counts()[request.devIdno][command]++;
-  auto it = Responders().find(command);
-  if (it == Responders().end()) return Reply(Json::Value(Json::objectValue));
-  return it->second(TerminalRequest{request.devIdno, command, param, count});
+  return Respond(request.devIdno, command, param);
 }
 
 std::vector<int>& Duplicates() {
@@ -66,6 +62,14 @@ std::vector<int>& Duplicates() {
   return duplicates;
 }
 }  // namespace
+
+Answer Respond(const std::string& devIdno, int command, const Json::Value& param) {
+  auto lock = Locked();
+  const size_t count = Counts()[devIdno][command]++;
+  auto it = Responders().find(command);
+  if (it == Responders().end()) return Reply(Json::Value(Json::objectValue));
+  return it->second(TerminalRequest{devIdno, command, param, count});
+}
 
 RegisterResponder::RegisterResponder(int command, Responder responder, int answerDelayMs) {
   if (!Responders().emplace(command, std::move(responder)).second) {

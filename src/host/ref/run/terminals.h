@@ -92,6 +92,10 @@ void DeviceState<T>::OnClear(std::function<void()> clear) {
 
 std::vector<int> DuplicateResponders();
 
+// The answer of a device's terminal to one command with its parameter object
+// (null when the request had none), as the platform's requests reach it.
+Answer Respond(const std::string& devIdno, int command, const Json::Value& param);
+
 // Makes the simulated platform answer through the terminals.
 void Install();
 void Uninstall();
