@@ -74,9 +74,10 @@ class FrameReader {
 };
 
 // Puts sub-packaged messages back together, per terminal phone and message
-// id; a frame that is not sub-packaged passes straight through. A message
-// whose packages do not all arrive is dropped when a new first package of the
-// same kind starts it again, or after kMaxOpen others began.
+// id; a frame that is not sub-packaged passes straight through. Packages may
+// come in any order. A message whose packages do not all arrive is dropped
+// when a first package of the same kind comes again (or another package
+// count), or when kMaxOpen messages are open and another one begins.
 class Reassembler {
  public:
   static constexpr size_t kMaxOpen = 64;
