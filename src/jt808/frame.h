@@ -55,8 +55,9 @@ std::vector<Bytes> EncodeMessage(const Header& header, ByteView body);
 std::optional<Frame> DecodeFrame(ByteView escaped);
 
 // Frames out of a byte stream that arrives in pieces: Feed what was read,
-// then take the complete frames. Bytes before the first delimiter and frames
-// that do not decode are dropped and counted.
+// then take the complete frames. Bytes before the first delimiter are
+// skipped; frames that do not decode (noise between two frames reads as one)
+// and frames longer than maxFrame are dropped and counted.
 class FrameReader {
  public:
   explicit FrameReader(size_t maxFrame = 4 * kMaxPackageBody);

@@ -160,6 +160,11 @@ TEST(Frame, DamagedFramesAreDroppedAndCounted) {
     EXPECT_FALSE(reader.Next()) << c.what;
     EXPECT_EQ(reader.Dropped(), 1u) << c.what;
   }
+  FrameReader small(16);
+  small.Feed(FromHex(kGolden[2].frame));  // 22 bytes between its delimiters
+  small.Feed(good);
+  EXPECT_TRUE(small.Next()) << "the frame after one too long";
+  EXPECT_EQ(small.Dropped(), 1u) << "a frame too long";
 }
 
 TEST(Frame, RefusesWhatTheHeaderCannotCarry) {

@@ -105,14 +105,9 @@ const RegisterCommand kConfirm{kConfirmAlarm,
                                   return param;
                                 }}};
 
-// The link check came with the 2019 edition; a 2013 terminal has no such message.
-const RegisterCommand kLink{kLinkCheck,
-                            {kLinkCheck, kGeneralReply,
-                             [](const Json::Value& param, Edition edition) {
-                               if (edition != Edition::k2019) throw BodyError("no link check before 2019");
-                               return NoBody(param, edition);
-                             },
-                             NoParam}};
+// The link check came with the 2019 edition; an older terminal that does not
+// know it says so in its general reply.
+const RegisterCommand kLink{kLinkCheck, {kLinkCheck, kGeneralReply, NoBody, NoParam}};
 
 uint16_t ControlItem(uint32_t type) {
   for (const auto& [pageType, item] : kControlItems) {
