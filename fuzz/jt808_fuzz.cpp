@@ -17,6 +17,7 @@ using namespace jt808;
 void AllDecoders(ByteView body, Edition edition, uint16_t serial) {
   for (uint16_t id : Answers()) {
     const AnswerCodec* codec = FindAnswer(id);
+    if (!codec->decode) continue;
     const AnswerContext context{serial, 0, 0, edition};
     try {
       const Json::Value reply = codec->decode(body, context);

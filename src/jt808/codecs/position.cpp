@@ -8,7 +8,7 @@
 // The tracking attribute follows the standard fields as one more byte; the
 // control type follows the 2013 control flag as one more byte, and in the
 // 2019 control list it picks the control item (doors are the list's own
-// item, oil, circuit and the whole vehicle take ids of the user range).
+// item; oil, circuit and the vehicle lock take ids of the user range).
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -34,7 +34,7 @@ constexpr std::array<std::pair<uint32_t, uint16_t>, 4> kControlItems{{
     {0, 0xF001},  // oil
     {1, 0xF002},  // circuit
     {kTypeDoors, 0x0001},
-    {3, 0xF003},  // the whole vehicle
+    {3, 0xF003},  // the vehicle lock
 }};
 
 void ExpectEnd(const Reader& r) {
