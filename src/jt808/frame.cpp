@@ -162,10 +162,11 @@ std::optional<Frame> Reassembler::Add(Frame frame) {
   if (h.package == 0 || h.package > h.packages) return std::nullopt;
   const auto key = std::make_pair(h.phone, h.id);
   auto it = open_.find(key);
-  // A first package the open message already has, or another package count,
-  // starts the message again; packages may otherwise arrive in any order.
-  const bool again = it != open_.end() && (it->second.first.packages != h.packages ||
-                                           (h.package == 1 && it->second.parts.contains(1)));
+  // Another first package (not the same one sent twice) or another package
+  // count starts the message again; packages may otherwise come in any order.
+  const bool again =
+      it != open_.end() && (it->second.first.packages != h.packages ||
+                            (h.package == 1 && it->second.parts.contains(1) && it->second.first.serial != h.serial));
   if (it == open_.end() || again) {
     if (it == open_.end() && open_.size() >= kMaxOpen) {
       auto oldest = std::min_element(open_.begin(), open_.end(),

@@ -77,8 +77,9 @@ class FrameReader {
 // Puts sub-packaged messages back together, per terminal phone and message
 // id; a frame that is not sub-packaged passes straight through. Packages may
 // come in any order. A message whose packages do not all arrive is dropped
-// when a first package of the same kind comes again (or another package
-// count), or when kMaxOpen messages are open and another one begins.
+// when another first package of the same kind comes (not the same one again)
+// or another package count, or when kMaxOpen messages are open and another
+// one begins.
 class Reassembler {
  public:
   static constexpr size_t kMaxOpen = 64;

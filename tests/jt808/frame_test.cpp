@@ -184,9 +184,9 @@ Bytes LongBody() {
   return body;
 }
 
-std::vector<Frame> Packages(Edition edition, const char* phone = "13800138000") {
+std::vector<Frame> Packages(Edition edition, const char* phone = "13800138000", uint16_t serial = 0xFFFF) {
   std::vector<Frame> frames;
-  for (const Bytes& bytes : EncodeMessage(Make(0x0801, edition, phone, 0xFFFF), LongBody())) {
+  for (const Bytes& bytes : EncodeMessage(Make(0x0801, edition, phone, serial), LongBody())) {
     auto frame = DecodeFrame(Inner(bytes));
     if (frame) frames.push_back(std::move(*frame));
   }
@@ -220,6 +220,7 @@ TEST(Frame, ReassemblesPackagesInAnyOrder) {
       {"last first", {2, 0, 1}, true},
       {"first last", {1, 2, 0}, true},
       {"a package twice", {0, 1, 1, 2}, true},
+      {"the first package twice", {0, 1, 0, 2}, true},
       {"the second never comes", {0, 2}, false},
       {"the first never comes", {1, 2}, false},
   };
@@ -246,13 +247,15 @@ TEST(Frame, ReassemblesPackagesInAnyOrder) {
 }
 
 TEST(Frame, FirstPackageAgainRestartsTheMessage) {
-  const std::vector<Frame> frames = Packages(Edition::k2013);
+  const std::vector<Frame> old = Packages(Edition::k2013), fresh = Packages(Edition::k2013, "13800138000", 100);
   Reassembler whole;
-  EXPECT_FALSE(whole.Add(frames[0]));
-  EXPECT_FALSE(whole.Add(frames[1]));
-  EXPECT_FALSE(whole.Add(frames[0])) << "a new message of the same kind";
-  EXPECT_FALSE(whole.Add(frames[2])) << "the old message's second package is gone";
-  EXPECT_TRUE(whole.Add(frames[1]));
+  EXPECT_FALSE(whole.Add(old[0]));
+  EXPECT_FALSE(whole.Add(old[1]));
+  EXPECT_FALSE(whole.Add(fresh[0])) << "a new message of the same kind";
+  EXPECT_FALSE(whole.Add(fresh[2])) << "the old message's second package is gone";
+  const auto done = whole.Add(fresh[1]);
+  ASSERT_TRUE(done);
+  EXPECT_EQ(done->header.serial, 100);
 }
 
 TEST(Frame, OpenMessagesAreCapped) {
