@@ -2,15 +2,16 @@
 # Builds the libFuzzer targets with clang (build-fuzz, under AddressSanitizer
 # and UndefinedBehaviorSanitizer) and runs each for a bounded time on the seed
 # corpus of the acceptance scripts' replies and the simulated terminals'
-# answers. Inputs that found new paths are kept in build-fuzz/corpus; a crash
-# leaves its input in build-fuzz/findings and fails the run.
+# answers (and a few whole frames for the terminals' binary protocol). Inputs
+# that found new paths are kept in build-fuzz/corpus; a crash leaves its input
+# in build-fuzz/findings and fails the run.
 # Usage: scripts/fuzz.sh [seconds per target, default 60] [target...]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(reply_fuzz page_fuzz fleet_fuzz script_fuzz)
+[ ${#targets[@]} -gt 0 ] || targets=(reply_fuzz page_fuzz fleet_fuzz script_fuzz jt808_fuzz)
 build=$root/build-fuzz
 
 "$root/scripts/install-packages.sh" clang libclang-rt-14-dev cmake ninja-build pkg-config libjsoncpp-dev \
@@ -20,16 +21,26 @@ launcher=()
 command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja "${launcher[@]}" -DFC_BUILD_FUZZ=ON \
   -DFC_SANITIZE=address,undefined -DFC_BUILD_TESTS=OFF -DFC_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j"$(nproc)" --target make_seeds "${targets[@]}"
+# The replies' seeds need the whole plug-in built; only the targets that read replies wait for it.
+replies=0
+for target in "${targets[@]}"; do
+  case $target in reply_fuzz | page_fuzz) replies=1 ;; esac
+done
+seeders=(jt808_seeds)
+[ $replies = 0 ] || seeders+=(make_seeds)
+cmake --build "$build" -j"$(nproc)" --target "${seeders[@]}" "${targets[@]}"
 
 # Seeds, written afresh each run; the corpus the runs grow is kept.
 rm -rf "$build/seeds"
-"$build/fuzz/make_seeds" "$build/seeds" "$root"/tests/scripts/*.fcs "$root"/tests/scripts/*.out
 mkdir -p "$build/seeds/fleet_fuzz" "$build/seeds/script_fuzz"
+if [ $replies = 1 ]; then
+  "$build/fuzz/make_seeds" "$build/seeds" "$root"/tests/scripts/*.fcs "$root"/tests/scripts/*.out
+  mv "$build/seeds/reply" "$build/seeds/reply_fuzz"
+  mv "$build/seeds/page" "$build/seeds/page_fuzz"
+fi
 cp "$root"/tests/scripts/*.json "$root"/tests/scripts/data/*.json "$build/seeds/fleet_fuzz/"
 cp "$root"/tests/scripts/*.fcs "$build/seeds/script_fuzz/"
-mv "$build/seeds/reply" "$build/seeds/reply_fuzz"
-mv "$build/seeds/page" "$build/seeds/page_fuzz"
+"$build/fuzz/jt808_seeds" "$build/seeds/jt808_fuzz" >/dev/null
 
 mkdir -p "$build/findings"
 status=0

@@ -159,10 +159,16 @@ std::optional<Frame> FrameReader::Next() {
 std::optional<Frame> Reassembler::Add(Frame frame) {
   const Header& h = frame.header;
   if (h.packages == 0) return frame;
+  if (h.package == 0 || h.package > h.packages) return std::nullopt;
   const auto key = std::make_pair(h.phone, h.id);
   auto it = open_.find(key);
-  if (it == open_.end() || h.package == 1) {
-    if (open_.size() >= kMaxOpen && it == open_.end()) {
+  // Another first package (not the same one sent twice) or another package
+  // count starts the message again; packages may otherwise come in any order.
+  const bool again =
+      it != open_.end() && (it->second.first.packages != h.packages ||
+                            (h.package == 1 && it->second.parts.contains(1) && it->second.first.serial != h.serial));
+  if (it == open_.end() || again) {
+    if (it == open_.end() && open_.size() >= kMaxOpen) {
       auto oldest = std::min_element(open_.begin(), open_.end(),
                                      [](const auto& a, const auto& b) { return a.second.order < b.second.order; });
       open_.erase(oldest);
@@ -173,7 +179,6 @@ std::optional<Frame> Reassembler::Add(Frame frame) {
     it = open_.insert_or_assign(key, std::move(fresh)).first;
   }
   Partial& partial = it->second;
-  if (h.packages != partial.first.packages) return std::nullopt;
   if (h.package == 1) partial.first = h;
   partial.parts[h.package] = std::move(frame.body);
   if (partial.parts.size() < partial.first.packages) return std::nullopt;

@@ -55,8 +55,9 @@ std::vector<Bytes> EncodeMessage(const Header& header, ByteView body);
 std::optional<Frame> DecodeFrame(ByteView escaped);
 
 // Frames out of a byte stream that arrives in pieces: Feed what was read,
-// then take the complete frames. Bytes before the first delimiter and frames
-// that do not decode are dropped and counted.
+// then take the complete frames. Bytes before the first delimiter are
+// skipped; frames that do not decode (noise between two frames reads as one)
+// and frames longer than maxFrame are dropped and counted.
 class FrameReader {
  public:
   explicit FrameReader(size_t maxFrame = 4 * kMaxPackageBody);
@@ -74,9 +75,11 @@ class FrameReader {
 };
 
 // Puts sub-packaged messages back together, per terminal phone and message
-// id; a frame that is not sub-packaged passes straight through. A message
-// whose packages do not all arrive is dropped when a new first package of the
-// same kind starts it again, or after kMaxOpen others began.
+// id; a frame that is not sub-packaged passes straight through. Packages may
+// come in any order. A message whose packages do not all arrive is dropped
+// when another first package of the same kind comes (not the same one again)
+// or another package count, or when kMaxOpen messages are open and another
+// one begins.
 class Reassembler {
  public:
   static constexpr size_t kMaxOpen = 64;
