@@ -5,9 +5,10 @@
 //
 // Devices of the extended family send a tracking attribute ("ATTR") with the
 // tracking command and a control type ("Type") with the vehicle control.
-// The tracking attribute follows the standard fields as one more byte; the
-// control type follows the 2013 control flag as one more byte, and in the
-// 2019 control list it picks the control item (doors are the list's own
+// The tracking body has no field for the attribute, so it stays behind. The
+// 2013 control flag controls the doors only: any other control type cannot
+// travel to such a terminal (it would lock the doors instead). In the 2019
+// control list the type picks the control item (doors are the list's own
 // item; oil, circuit and the vehicle lock take ids of the user range).
 #include <algorithm>
 #include <array>
@@ -24,7 +25,7 @@ constexpr uint16_t kPositionAnswer = 0x0201, kControlAnswer = 0x0500;
 constexpr uint32_t kMaxByte = 0xFF, kMaxWord = 0xFFFF, kMaxDword = 0xFFFFFFFF;
 
 namespace key {
-constexpr const char *kInterval = "TIBT", *kValidity = "POTR", *kAttr = "ATTR", *kSerial = "MSGID", *kTypes = "ALTY",
+constexpr const char *kInterval = "TIBT", *kValidity = "POTR", *kSerial = "MSGID", *kTypes = "ALTY",
                      *kFlag = "CTLA", *kType = "Type";
 }  // namespace key
 
@@ -75,7 +76,6 @@ const RegisterCommand kTrack{kTracking,
                                 Writer w;
                                 w.U16(position::Unsigned(param, key::kInterval, kMaxWord, std::nullopt))
                                     .U32(position::Unsigned(param, key::kValidity, kMaxDword, std::nullopt));
-                                if (param.isMember(key::kAttr)) w.U8(position::Unsigned(param, key::kAttr, kMaxByte));
                                 return w.Take();
                               },
                               [](ByteView body, Edition) {
@@ -83,7 +83,6 @@ const RegisterCommand kTrack{kTracking,
                                 Json::Value param(Json::objectValue);
                                 param[key::kInterval] = r.U16();
                                 param[key::kValidity] = r.U32();
-                                if (!r.AtEnd()) param[key::kAttr] = r.U8();
                                 ExpectEnd(r);
                                 return param;
                               }}};
@@ -122,9 +121,8 @@ Bytes EncodeControl(const Json::Value& param, Edition edition) {
   const uint32_t type = position::Unsigned(param, key::kType, kMaxByte, kTypeDoors);
   Writer w;
   if (edition == Edition::k2013) {
-    w.U8(flag);
-    if (typed) w.U8(type);
-    return w.Take();
+    if (typed && type != kTypeDoors) throw BodyError("the 2013 control flag controls the doors only");
+    return w.U8(flag).Take();
   }
   constexpr uint16_t kOneItem = 1;
   return w.U16(kOneItem).U16(ControlItem(type)).U8(flag).Take();
@@ -135,7 +133,6 @@ Json::Value DecodeControl(ByteView body, Edition edition) {
   Json::Value param(Json::objectValue);
   if (edition == Edition::k2013) {
     param[key::kFlag] = r.U8();
-    if (!r.AtEnd()) param[key::kType] = r.U8();
     ExpectEnd(r);
     return param;
   }
