@@ -111,6 +111,24 @@ TEST(RecorderCodecs, TheLengthTellsTheEditionOfAnAnswer) {
   }
 }
 
+// A terminal asked without an edition answers in the edition its reply says.
+TEST(RecorderCodecs, TheReplyTellsTheEditionItIsWrittenIn) {
+  struct Case {
+    const char* what;
+    int word;
+    const char* reply;
+    recorder::Standard expected;
+  } cases[] = {
+      {"a driver without an edition", 0x01, R"({"GCP":"1","GDI":2})", recorder::Standard::k2003},
+      {"a coefficient of the 2012 edition", 0x04, R"({"VER":2012,"FEA":1})", recorder::Standard::k2012},
+      {"word 6 in both meanings: the vehicle goes", 0x06, R"({"VER":2012,"VIN":"L","Item":[{}]})",
+       recorder::Standard::k2003},
+      {"word 6 with the signals alone", 0x06, R"({"VER":2012,"Item":[{}]})", recorder::Standard::k2012},
+      {"a record word only 2012 has", 0x13, R"({"Item":[]})", recorder::Standard::k2012},
+  };
+  for (const Case& c : cases) EXPECT_EQ(recorder::ReplyStandard(c.word, golden::Parse(c.reply)), c.expected) << c.what;
+}
+
 TEST(RecorderCodecs, ParametersTravelInTheRecorderFrame) {
   const CommandCase cases[] = {
       {"0x8701 word 81: driver code (3 bytes), licence", 0x8701, Edition::k2013,

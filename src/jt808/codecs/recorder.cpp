@@ -78,6 +78,7 @@ Json::Value DecodeCollect(ByteView body, Edition) {
   } else if (recorder::Only2012(word)) {
     param[key::kVersion] = recorder::kVersion2012;
   }
+  if (!data.AtEnd()) throw BodyError("recorder command data longer than its word's");
   return param;
 }
 
