@@ -53,6 +53,7 @@ struct AnswerContext {
   uint16_t request = 0;  // the message id of the request
   int command = 0;       // the command number of the request
   Edition edition = Edition::k2013;
+  const Json::Value* param = nullptr;  // the request's parameter object, where the reader kept it
 };
 
 struct AnswerCodec {

@@ -83,6 +83,7 @@ Message TerminalAnswer(const std::string& devIdno, const Frame& command) {
     failed["result"] = jt808::kResultMessageError;
     return jt808::EncodeAnswer(failed, context);
   }
+  context.param = &param;
   Json::Value reply;
   const terminals::Answer answer = terminals::Respond(devIdno, command.header.id, param);
   if (!answer || !txt::ParseJson(*answer, reply)) reply = failed;  // failed is still {}: a plain success
@@ -111,7 +112,7 @@ std::optional<std::string> ThroughWire(const SentRequest& request) {
   const Message answer = TerminalAnswer(request.devIdno, *atTerminal);
   const auto atPlatform = Receive(jt808::EncodeMessage(HeaderFor(*phone, edition, answer.id, serial), answer.body));
   if (!atPlatform) return std::nullopt;
-  jt808::AnswerContext context{serial, out.id, *command, edition};
+  jt808::AnswerContext context{serial, out.id, *command, edition, &param};
   try {
     return txt::WriteCompactJson(jt808::DecodeAnswer({atPlatform->header.id, atPlatform->body}, context));
   } catch (const jt808::BodyError&) {

@@ -1,0 +1,87 @@
+#include "jt808/codecs/fields.h"
+
+#include <cstring>
+
+#include "text/json.h"
+
+namespace jt808::fields {
+namespace {
+namespace key {
+constexpr const char *kAlarms = "Flag", *kStatus = "STA", *kLatitude = "WD", *kLongitude = "JD", *kAltitude = "GAODU",
+                     *kSpeed = "SPD", *kDirection = "HS", *kTime = "DTM";
+}  // namespace key
+
+const Json::Value* Find(const Json::Value& object, const char* key) {
+  return object.isObject() ? object.find(key, key + std::strlen(key)) : nullptr;
+}
+
+int64_t Checked(const Json::Value& object, const char* key, int64_t min, int64_t max, int64_t absent) {
+  const Json::Value* member = Find(object, key);
+  if (!member) return absent;
+  const std::optional<int64_t> value = txt::JsonToInt(*member);
+  if (!value || *value < min || *value > max) throw BodyError(std::string(key) + " does not fit its field");
+  return *value;
+}
+}  // namespace
+
+const Json::Value& Member(const Json::Value& object, const char* key) {
+  static const Json::Value kNull;
+  const Json::Value* member = Find(object, key);
+  return member ? *member : kNull;
+}
+
+const Json::Value& Array(const Json::Value& object, const char* key) {
+  static const Json::Value kEmpty(Json::arrayValue);
+  const Json::Value& member = Member(object, key);
+  return member.isArray() ? member : kEmpty;
+}
+
+uint32_t Unsigned(const Json::Value& object, const char* key, uint32_t max, uint32_t absent) {
+  return static_cast<uint32_t>(Checked(object, key, 0, max, absent));
+}
+
+int64_t Signed(const Json::Value& object, const char* key, int64_t min, int64_t max) {
+  return Checked(object, key, min, max, 0);
+}
+
+void Text(Writer& w, const Json::Value& object, const char* key, size_t size) {
+  const std::string text = txt::JsonMemberString(object, key);
+  if (text.size() > size) throw BodyError(std::string(key) + " is longer than " + std::to_string(size) + " bytes");
+  w.Fixed(text, size);
+}
+
+void Time(Writer& w, const Json::Value& object, const char* key) { w.BcdTime(txt::JsonMemberString(object, key)); }
+
+void Digits(Writer& w, const Json::Value& object, const char* key, size_t size) {
+  w.Bcd(std::to_string(Unsigned(object, key, kDword)), size);
+}
+
+void ThreeBytes(Writer& w, uint32_t value) { w.U8(value >> 16).U16(value); }
+
+uint32_t ReadThreeBytes(Reader& r) {
+  const uint32_t high = r.U8();
+  return high << 16 | r.U16();
+}
+
+uint32_t ReadDigits(Reader& r, size_t size) { return static_cast<uint32_t>(std::stoull(r.Bcd(size))); }
+
+void WritePositionBasics(Writer& w, const Json::Value& item) {
+  w.U32(Unsigned(item, key::kAlarms, kDword)).U32(Unsigned(item, key::kStatus, kDword));
+  w.U32(Unsigned(item, key::kLatitude, kDword)).U32(Unsigned(item, key::kLongitude, kDword));
+  w.U16(Unsigned(item, key::kAltitude, kWord)).U16(Unsigned(item, key::kSpeed, kWord));
+  w.U16(Unsigned(item, key::kDirection, kWord));
+  Time(w, item, key::kTime);
+}
+
+void ReadPositionBasics(Reader& r, Json::Value& item) {
+  item[key::kAlarms] = r.U32();
+  item[key::kStatus] = r.U32();
+  item[key::kLatitude] = r.U32();
+  item[key::kLongitude] = r.U32();
+  item[key::kAltitude] = r.U16();
+  item[key::kSpeed] = r.U16();
+  item[key::kDirection] = r.U16();
+  item[key::kTime] = r.BcdTime();
+}
+
+}  // namespace jt808::fields
