@@ -1,9 +1,9 @@
 // Circle, rectangle and polygon areas, the set commands of every kind (the
-// route's body is in areas_routes.cpp) and their deletes. An area
-// is its id and attribute word, its shape, the time range and the speed limit
-// when the word has them, and in the 2019 edition the night speed (with the
-// speed limit) and its name. A circle or rectangle set carries a list after
-// its setup byte; a polygon set carries one area with its vertices.
+// route's body is in areas_routes.cpp) and their deletes. An area is its id
+// and attribute word, its shape, the time range and the speed limit when the
+// word has them, and in the 2019 edition the night speed (with the speed
+// limit) and its name. A circle or rectangle set carries a list after its
+// setup byte; a polygon set carries one area with its vertices.
 #include <span>
 
 #include "jt808/codecs/areas.h"
@@ -13,8 +13,7 @@
 namespace jt808::areas {
 namespace {
 constexpr int kSetCircles = 0x8600, kDeleteCircles = 0x8601, kSetRectangles = 0x8602, kDeleteRectangles = 0x8603,
-              kSetPolygon = 0x8604, kDeletePolygons = 0x8605, kSetRoute = 0x8606,
-              kDeleteRoutes = 0x8607;
+              kSetPolygon = 0x8604, kDeletePolygons = 0x8605, kSetRoute = 0x8606, kDeleteRoutes = 0x8607;
 
 // What lies between an area's attribute word and its times: the corners or
 // the centre and radius; a polygon has its vertices after the speed limit.
