@@ -15,9 +15,12 @@ const Json::Value* Find(const Json::Value& object, const char* key) {
   return object.isObject() ? object.find(key, key + std::strlen(key)) : nullptr;
 }
 
-int64_t Checked(const Json::Value& object, const char* key, int64_t min, int64_t max, int64_t absent) {
+int64_t Checked(const Json::Value& object, const char* key, int64_t min, int64_t max, std::optional<int64_t> absent) {
   const Json::Value* member = Find(object, key);
-  if (!member) return absent;
+  if (!member) {
+    if (!absent) throw BodyError(std::string("no ") + key);
+    return *absent;
+  }
   const std::optional<int64_t> value = txt::JsonToInt(*member);
   if (!value || *value < min || *value > max) throw BodyError(std::string(key) + " does not fit its field");
   return *value;
@@ -36,12 +39,27 @@ const Json::Value& Array(const Json::Value& object, const char* key) {
   return member.isArray() ? member : kEmpty;
 }
 
-uint32_t Unsigned(const Json::Value& object, const char* key, uint32_t max, uint32_t absent) {
+uint32_t Unsigned(const Json::Value& object, const char* key, uint32_t max, std::optional<uint32_t> absent) {
   return static_cast<uint32_t>(Checked(object, key, 0, max, absent));
 }
 
 int64_t Signed(const Json::Value& object, const char* key, int64_t min, int64_t max) {
   return Checked(object, key, min, max, 0);
+}
+
+void ByteLengthText(Writer& w, const std::string& bytes) {
+  if (bytes.size() > kByte) throw BodyError("a text longer than 255 bytes");
+  w.U8(static_cast<uint32_t>(bytes.size())).Raw(bytes);
+}
+
+void WordLengthText(Writer& w, const std::string& bytes) {
+  if (bytes.size() > kWord) throw BodyError("a text longer than 65535 bytes");
+  w.U16(static_cast<uint32_t>(bytes.size())).Raw(bytes);
+}
+
+void FixedText(Writer& w, const std::string& bytes, size_t size) {
+  if (bytes.size() > size) throw BodyError("a text longer than its " + std::to_string(size) + " bytes");
+  w.Fixed(bytes, size);
 }
 
 void Text(Writer& w, const Json::Value& object, const char* key, size_t size) {

@@ -1,10 +1,12 @@
 // Members of parameter and reply objects as body fields: integers checked
-// against the field they travel in, fixed texts, and the 28-byte basic
-// position block that media items carry. Every writer throws BodyError on a
-// value its field cannot hold instead of cutting or wrapping it.
+// against the field they travel in, texts fixed or after their length, and
+// the 28-byte basic position block that media items carry. Every writer
+// throws BodyError on a value its field cannot hold instead of cutting or
+// wrapping it.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include <json/value.h>
@@ -18,9 +20,9 @@ const Json::Value& Member(const Json::Value& object, const char* key);
 // An array member; an empty array when absent or of another type.
 const Json::Value& Array(const Json::Value& object, const char* key);
 
-// An unsigned member within 0..max; absent reads as `absent`. BodyError when
-// it is not an integer or lies outside the range.
-uint32_t Unsigned(const Json::Value& object, const char* key, uint32_t max, uint32_t absent = 0);
+// An unsigned member within 0..max; absent reads as `absent` (BodyError when
+// that is nullopt). BodyError when it is not an integer or lies outside the range.
+uint32_t Unsigned(const Json::Value& object, const char* key, uint32_t max, std::optional<uint32_t> absent = 0);
 // A signed member within min..max (absent: 0), as the two's complement of its field.
 int64_t Signed(const Json::Value& object, const char* key, int64_t min, int64_t max);
 
@@ -38,6 +40,19 @@ void ThreeBytes(Writer& w, uint32_t value);
 uint32_t ReadThreeBytes(Reader& r);
 // size BCD bytes as a number.
 uint32_t ReadDigits(Reader& r, size_t size);
+
+// A member in a byte, a word or a double word.
+inline void Byte(Writer& w, const Json::Value& object, const char* key) { w.U8(Unsigned(object, key, kByte)); }
+inline void Word(Writer& w, const Json::Value& object, const char* key) { w.U16(Unsigned(object, key, kWord)); }
+inline void Dword(Writer& w, const Json::Value& object, const char* key) { w.U32(Unsigned(object, key, kDword)); }
+
+// Bytes after their length, a byte or a word.
+void ByteLengthText(Writer& w, const std::string& bytes);
+void WordLengthText(Writer& w, const std::string& bytes);
+inline std::string ByteLengthText(Reader& r) { return r.RawText(r.U8()); }
+inline std::string WordLengthText(Reader& r) { return r.RawText(r.U16()); }
+// Bytes padded with zeros to a fixed field; longer ones are refused.
+void FixedText(Writer& w, const std::string& bytes, size_t size);
 
 // The basic position block: alarm flags, status, latitude, longitude (both
 // degrees x 10^6), altitude (m), speed (0.1 km/h), direction and the time.

@@ -193,17 +193,6 @@ bool ReadNamedItem(uint8_t id, ByteView value, Json::Value& report) {
 }
 }  // namespace
 
-uint32_t Unsigned(const Json::Value& object, const char* key, uint32_t max, std::optional<uint32_t> absentValue) {
-  const Json::Value* member = Member(object, key);
-  if (!member) {
-    if (!absentValue) throw BodyError(std::string("no ") + key);
-    return *absentValue;
-  }
-  const std::optional<int64_t> value = txt::JsonToInt(*member);
-  if (!value || *value < 0 || *value > int64_t{max}) throw BodyError(std::string(key) + " does not fit");
-  return static_cast<uint32_t>(*value);
-}
-
 void Write(Writer& w, const Json::Value& report) {
   w.U32(Unsigned(report, kAlarm, kMaxDword))
       .U32(Unsigned(report, kStatus, kMaxDword))

@@ -18,6 +18,7 @@
 #include <json/value.h>
 
 #include "jt808/bytes.h"
+#include "jt808/codecs/fields.h"
 
 namespace jt808::position {
 
@@ -49,8 +50,6 @@ void Write(Writer& w, const Json::Value& report);
 // added to report; throws BodyError on a short body or an item running past it.
 void Read(Reader& r, Json::Value& report);
 
-// An unsigned member of at most max: absentValue when it is absent (BodyError
-// when absentValue is nullopt), BodyError when it is unreadable or out of range.
-uint32_t Unsigned(const Json::Value& object, const char* key, uint32_t max, std::optional<uint32_t> absentValue = 0);
+using fields::Unsigned;
 
 }  // namespace jt808::position
