@@ -123,6 +123,9 @@ std::string WireText(const Json::Value& param, const char* key) {
   return txt::FormDecode(txt::JsonMemberString(param, key));
 }
 
-std::string PageText(std::string_view wireBytes) { return txt::FormEncode(wireBytes); }
+// As a page writes a text: form-encoded only when it holds "+" or "%".
+std::string PageText(std::string_view wireBytes) {
+  return wireBytes.find_first_of("+%") == std::string_view::npos ? std::string(wireBytes) : txt::FormEncode(wireBytes);
+}
 
 }  // namespace jt808
