@@ -6,7 +6,6 @@
 #include "jt808/codec.h"
 #include "jt808/codecs/fields.h"
 #include "jt808/codecs/transparent.h"
-#include "text/json.h"
 
 namespace jt808 {
 namespace {
@@ -81,8 +80,11 @@ std::vector<std::string> SplitFields(const std::string& text) {
   return pieces;
 }
 
+// A number parameter: decimal digits within the parameter's range.
 int64_t DecimalField(const std::string& text, const Parameter& parameter) {
-  if (text.empty() || text.size() > 10 || !std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }))
+  constexpr size_t kMaxDigits = 10;  // a double word
+  const bool digits = std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  if (text.empty() || text.size() > kMaxDigits || !digits)
     throw BodyError(std::string("\"") + parameter.key + "\" is not a number: " + text);
   const int64_t value = std::stoll(text);
   if (value > parameter.max) throw BodyError(std::string("\"") + parameter.key + "\" is out of range");
