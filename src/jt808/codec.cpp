@@ -91,7 +91,8 @@ Message EncodeAnswer(const Json::Value& reply, const AnswerContext& context) {
     const AnswerCodec* own = FindAnswer(command->answer);
     if (own && own->encode) {
       try {
-        return {command->answer, own->encode(reply, context)};
+        Bytes body = own->encode(reply, context);
+        if (!body.empty()) return {command->answer, std::move(body)};
       } catch (const BodyError&) {
         // A reply the answer cannot carry goes back as a failed general reply.
         Json::Value failed(Json::objectValue);
@@ -123,6 +124,9 @@ std::string WireText(const Json::Value& param, const char* key) {
   return txt::FormDecode(txt::JsonMemberString(param, key));
 }
 
-std::string PageText(std::string_view wireBytes) { return txt::FormEncode(wireBytes); }
+// As a page writes a text: form-encoded only when it holds "+" or "%".
+std::string PageText(std::string_view wireBytes) {
+  return wireBytes.find_first_of("+%") == std::string_view::npos ? std::string(wireBytes) : txt::FormEncode(wireBytes);
+}
 
 }  // namespace jt808

@@ -63,7 +63,9 @@ struct AnswerCodec {
   // The whole body to the reply members the pages read ("Error" and
   // "result" are added by the caller).
   std::function<Json::Value(ByteView body, const AnswerContext& context)> decode;
-  // A terminal's side: the reply object to the whole body (serial included).
+  // A terminal's side: the reply object to the whole body (serial included);
+  // no bytes when the reply is not this answer's to give (the general reply
+  // then carries its result).
   std::function<Bytes(const Json::Value& reply, const AnswerContext& context)> encode;
 };
 

@@ -42,6 +42,14 @@ TEST(CodecRegistry, AFailedReplyTravelsAsAGeneralReply) {
   }
 }
 
+TEST(CodecRegistry, AReplyItsOwnAnswerCannotGiveIsAcknowledged) {
+  // A question sent without answers gets no driver's choice back.
+  const AnswerContext context{9, 0x8302, 0x8302, Edition::k2013};
+  const Message answer = EncodeAnswer(Json::Value(Json::objectValue), context);
+  EXPECT_EQ(answer.id, kGeneralReply);
+  EXPECT_EQ(Hex(answer.body), "00 09 83 02 00");
+}
+
 TEST(CodecRegistry, ThePlatformsOwnNumbersHaveNoTerminalMessage) {
   EXPECT_THROW(EncodeCommand(0x86FE, Json::Value(Json::objectValue), Edition::k2013), BodyError);
 }

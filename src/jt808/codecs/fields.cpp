@@ -47,12 +47,38 @@ int64_t Signed(const Json::Value& object, const char* key, int64_t min, int64_t 
   return Checked(object, key, min, max, 0);
 }
 
-void ByteLengthText(Writer& w, const std::string& bytes) {
+int64_t Int(const Json::Value& object, const char* key, int64_t min, int64_t max) {
+  return Checked(object, key, min, max, std::nullopt);
+}
+
+int64_t IntOr(const Json::Value& object, const char* key, int64_t absent, int64_t min, int64_t max) {
+  return Checked(object, key, min, max, absent);
+}
+
+std::vector<Json::Value> Items(const Json::Value& object, const char* key, size_t maxItems) {
+  const Json::Value* member = Find(object, key);
+  std::vector<Json::Value> items;
+  if (!member) return items;
+  if (!member->isArray()) throw BodyError(std::string("\"") + key + "\" is not a list");
+  if (member->size() > maxItems) throw BodyError(std::string("too many items in \"") + key + "\"");
+  for (const Json::Value& item : *member) {
+    if (!item.isObject()) throw BodyError(std::string("an item of \"") + key + "\" is not an object");
+    items.push_back(item);
+  }
+  return items;
+}
+
+std::string RestText(Reader& r) {
+  const ByteView rest = r.Rest();
+  return std::string(rest.begin(), rest.end());
+}
+
+void ByteLengthText(Writer& w, std::string_view bytes) {
   if (bytes.size() > kByte) throw BodyError("a text longer than 255 bytes");
   w.U8(static_cast<uint32_t>(bytes.size())).Raw(bytes);
 }
 
-void WordLengthText(Writer& w, const std::string& bytes) {
+void WordLengthText(Writer& w, std::string_view bytes) {
   if (bytes.size() > kWord) throw BodyError("a text longer than 65535 bytes");
   w.U16(static_cast<uint32_t>(bytes.size())).Raw(bytes);
 }

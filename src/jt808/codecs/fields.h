@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <json/value.h>
 
@@ -41,14 +43,25 @@ uint32_t ReadThreeBytes(Reader& r);
 // size BCD bytes as a number.
 uint32_t ReadDigits(Reader& r, size_t size);
 
+// An integer member in [min, max]; BodyError when it is absent, unreadable or out of range.
+int64_t Int(const Json::Value& object, const char* key, int64_t min, int64_t max);
+// The same, with absent as the value of a missing member.
+int64_t IntOr(const Json::Value& object, const char* key, int64_t absent, int64_t min, int64_t max);
+
+// The objects of an array member, in order: none when the member is absent;
+// BodyError when it is not an array of objects or has more than maxItems.
+std::vector<Json::Value> Items(const Json::Value& object, const char* key, size_t maxItems = kByte);
+// The rest of the body as bytes.
+std::string RestText(Reader& r);
+
 // A member in a byte, a word or a double word.
 inline void Byte(Writer& w, const Json::Value& object, const char* key) { w.U8(Unsigned(object, key, kByte)); }
 inline void Word(Writer& w, const Json::Value& object, const char* key) { w.U16(Unsigned(object, key, kWord)); }
 inline void Dword(Writer& w, const Json::Value& object, const char* key) { w.U32(Unsigned(object, key, kDword)); }
 
 // Bytes after their length, a byte or a word.
-void ByteLengthText(Writer& w, const std::string& bytes);
-void WordLengthText(Writer& w, const std::string& bytes);
+void ByteLengthText(Writer& w, std::string_view bytes);
+void WordLengthText(Writer& w, std::string_view bytes);
 inline std::string ByteLengthText(Reader& r) { return r.RawText(r.U8()); }
 inline std::string WordLengthText(Reader& r) { return r.RawText(r.U16()); }
 // Bytes padded with zeros to a fixed field; longer ones are refused.
