@@ -35,7 +35,7 @@ const RegisterAnswer kGeneral{kGeneralReply,
                                  return reply;
                                },
                                [](const Json::Value& reply, const AnswerContext& context) {
-                                 const int result = txt::JsonMemberInt(reply, "result", kResultFailed);
+                                 const int result = txt::JsonMemberInt(reply, "result", kResultOk);
                                  return Writer()
                                      .U16(context.serial)
                                      .U16(context.request)
