@@ -336,6 +336,14 @@ bool Terminals::Online(const std::string& devIdno) const {
   return it != impl_->online.end() && it->second;
 }
 
+bool Terminals::WaitOnline(const std::string& devIdno, std::chrono::milliseconds limit) const {
+  std::unique_lock lock(impl_->mutex);
+  return impl_->changed.wait_for(lock, limit, [&] {
+    auto it = impl_->online.find(devIdno);
+    return it != impl_->online.end() && it->second;
+  });
+}
+
 Stats Terminals::Count() const {
   std::lock_guard lock(impl_->mutex);
   return impl_->stats;

@@ -58,6 +58,8 @@ class Terminals {
   bool Add(const std::string& devIdno, jt808::Edition edition);
   // The terminal is authenticated now.
   bool Online(const std::string& devIdno) const;
+  // Waits until the device's terminal is authenticated, up to limit; whether it is.
+  bool WaitOnline(const std::string& devIdno, std::chrono::milliseconds limit) const;
 
   Stats Count() const;
   bool WaitUntil(const std::function<bool(const Stats&)>& done, std::chrono::milliseconds limit) const;
