@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <condition_variable>
 #include <cstring>
@@ -27,7 +28,11 @@ struct ControlClient::Impl {
   std::condition_variable arrived;
   bool connected = false;
   uint64_t nextId = 1;
-  std::map<uint64_t, std::optional<control::Answer>> waiting;  // by request id
+  struct Waiter {
+    std::optional<control::Answer> answer;
+    std::function<void(control::Answer)> done;  // for a posted request
+  };
+  std::map<uint64_t, Waiter> waiting;  // by request id
   std::map<std::string, Json::Value> inspected;                 // the latest body by op
 
   void Read();
@@ -47,10 +52,23 @@ void ControlClient::Impl::Read() {
       const std::string line = buffer.substr(0, end);
       buffer.erase(0, end + 1);
       if (auto answer = control::ParseAnswer(line)) {
-        std::lock_guard lock(mutex);
-        const auto id = answer->id.isUInt64() ? answer->id.asUInt64() : 0;
-        auto it = waiting.find(id);
-        if (it != waiting.end()) it->second = std::move(*answer);
+        std::function<void(control::Answer)> done;
+        {
+          std::lock_guard lock(mutex);
+          const auto id = answer->id.isUInt64() ? answer->id.asUInt64() : 0;
+          auto it = waiting.find(id);
+          if (it == waiting.end()) continue;
+          if (it->second.done) {
+            done = std::move(it->second.done);
+            waiting.erase(it);
+          } else {
+            it->second.answer = std::move(*answer);
+          }
+        }
+        if (done) {
+          done(std::move(*answer));
+          continue;
+        }
       } else {
         Json::Value value;
         if (!txt::ParseJson(line, value) || !value.isObject() || !value[control::kOp].isString()) continue;
@@ -61,9 +79,23 @@ void ControlClient::Impl::Read() {
       arrived.notify_all();
     }
   }
-  std::lock_guard lock(mutex);
-  connected = false;
+  std::vector<std::function<void(control::Answer)>> orphans;
+  {
+    std::lock_guard lock(mutex);
+    connected = false;
+    for (auto it = waiting.begin(); it != waiting.end();) {
+      if (it->second.done) {
+        orphans.push_back(std::move(it->second.done));
+        it = waiting.erase(it);
+      } else {
+        ++it;
+      }
+    }
+  }
   arrived.notify_all();
+  control::Answer gone;
+  gone.status = control::kStatusTimeout;
+  for (auto& done : orphans) done(gone);
 }
 
 bool ControlClient::Impl::Write(const std::string& line) {
@@ -129,7 +161,7 @@ control::Answer ControlClient::Send(const std::string& devIdno, const std::strin
     std::lock_guard lock(c.mutex);
     if (!c.connected) return timedOut;
     id = c.nextId++;
-    c.waiting.emplace(id, std::nullopt);
+    c.waiting.emplace(id, Impl::Waiter{});
   }
   control::Request request;
   request.id = Json::UInt64(id);
@@ -139,11 +171,65 @@ control::Answer ControlClient::Send(const std::string& devIdno, const std::strin
   const bool written = c.Write(control::RequestLine(request));
   std::unique_lock lock(c.mutex);
   if (written) {
-    c.arrived.wait_for(lock, c.timeout, [&] { return c.waiting[id].has_value() || !c.connected; });
+    c.arrived.wait_for(lock, c.timeout, [&] { return c.waiting[id].answer.has_value() || !c.connected; });
   }
-  std::optional<control::Answer> answer = std::move(c.waiting[id]);
+  std::optional<control::Answer> answer = std::move(c.waiting[id].answer);
   c.waiting.erase(id);
   return answer ? *answer : timedOut;
+}
+
+void ControlClient::Post(const std::string& devIdno, const std::string& envelope, const std::string& param,
+                         std::function<void(control::Answer)> done) {
+  Impl& c = *impl_;
+  control::Answer gone;
+  gone.status = control::kStatusTimeout;
+  uint64_t id;
+  {
+    std::lock_guard lock(c.mutex);
+    if (!c.connected) return done(gone);
+    id = c.nextId++;
+    c.waiting.emplace(id, Impl::Waiter{std::nullopt, std::move(done)});
+  }
+  control::Request request;
+  request.id = Json::UInt64(id);
+  request.dev = devIdno;
+  request.envelope = envelope;
+  request.param = param;
+  if (c.Write(control::RequestLine(request))) return;
+  std::function<void(control::Answer)> failed;
+  {
+    std::lock_guard lock(c.mutex);
+    auto it = c.waiting.find(id);
+    if (it == c.waiting.end()) return;  // the reader answered it as the connection went
+    failed = std::move(it->second.done);
+    c.waiting.erase(it);
+  }
+  failed(gone);
+}
+
+std::vector<control::Answer> SendPaced(ControlClient& client, const std::vector<control::Request>& requests,
+                                       size_t outstanding) {
+  std::vector<control::Answer> answers(requests.size());
+  std::mutex mutex;
+  std::condition_variable settled;
+  size_t out = 0, done = 0;
+  for (size_t i = 0; i < requests.size(); ++i) {
+    {
+      std::unique_lock lock(mutex);
+      settled.wait(lock, [&] { return out < std::max<size_t>(1, outstanding); });
+      ++out;
+    }
+    client.Post(requests[i].dev, requests[i].envelope, requests[i].param, [&, i](control::Answer answer) {
+      std::lock_guard lock(mutex);
+      answers[i] = std::move(answer);
+      --out;
+      ++done;
+      settled.notify_all();
+    });
+  }
+  std::unique_lock lock(mutex);
+  settled.wait(lock, [&] { return done == requests.size(); });
+  return answers;
 }
 
 Json::Value ControlClient::Inspect(const std::string& op) {

@@ -5,9 +5,11 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "gateway/control_protocol.h"
 
@@ -25,6 +27,11 @@ class ControlClient {
   // One request and its answer: status 110 when none came in time or the
   // connection is gone.
   control::Answer Send(const std::string& devIdno, const std::string& envelope, const std::string& param);
+  // Sends a request without waiting: done runs on the client's reader thread
+  // with its answer (110 when the connection is or goes away; the gateway
+  // itself answers 110 when a terminal does not).
+  void Post(const std::string& devIdno, const std::string& envelope, const std::string& param,
+            std::function<void(control::Answer)> done);
   // An inspection line's body ("sessions", "requests", "counters"); null when none came.
   Json::Value Inspect(const std::string& op);
   void Close();
@@ -34,5 +41,10 @@ class ControlClient {
  private:
   std::unique_ptr<Impl> impl_;
 };
+
+// The requests, at most `outstanding` out at a time (as the pages pace
+// theirs); their answers in the order of the requests.
+std::vector<control::Answer> SendPaced(ControlClient& client, const std::vector<control::Request>& requests,
+                                       size_t outstanding);
 
 }  // namespace gw
