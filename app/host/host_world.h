@@ -35,7 +35,7 @@ struct HostOptions {
   std::string dataDir;  // the host's store (SQLite); "" keeps it in memory
   bool fixedTime = false;
   NetMode net = NetMode::Sim;
-  std::string gateway;  // with NetMode::Gateway: "gw" or "gw://HOST:PORT"
+  std::string gateway = "";  // with NetMode::Gateway: "gw" or "gw://HOST:PORT"
 };
 
 // Output lines a script switches on: ENVELOPE, ANSWER, LOG and PICKER.
