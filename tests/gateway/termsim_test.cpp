@@ -86,6 +86,20 @@ TEST_F(TermsimTest, TheFleetsTerminalsAnswerInTheirEditionsFromTheSimulatedTermi
   }
 }
 
+TEST_F(TermsimTest, ADeviceWhoseEditionChangesGetsATerminalInTheNewEdition) {
+  ASSERT_TRUE(Connect({"10001"}));
+  const jt808::Edition before = hostref::terminals::Is2019("10001") ? jt808::Edition::k2019 : jt808::Edition::k2013;
+  const jt808::Edition after = before == jt808::Edition::k2019 ? jt808::Edition::k2013 : jt808::Edition::k2019;
+  ASSERT_TRUE(terminals_->Add("10001", after));
+  ASSERT_TRUE(terminals_->WaitOnline("10001", kWait));
+  ASSERT_TRUE(gateway_->WaitUntil([](const Counters& c) { return c.sessions == 1 && c.authenticated == 1; }, kWait));
+  const Json::Value sessions = gateway_->Inspect("sessions");
+  ASSERT_EQ(sessions.size(), 1u);
+  EXPECT_EQ(sessions[0]["edition"].asInt(), after == jt808::Edition::k2019 ? 2019 : 2013);
+  EXPECT_EQ(client_.Send("10001", kTextEnvelope, TextParam("again")).reply, R"({"Error":0,"result":0})");
+  EXPECT_EQ(terminals_->Count().terminals, 1u);
+}
+
 TEST_F(TermsimTest, AHundredTerminalsTakePacedTextsAndEveryAnswerComesBack) {
   constexpr int kTerminals = 100;
   constexpr size_t kOutstanding = 100;  // the pages' limit

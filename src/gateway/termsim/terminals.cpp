@@ -43,10 +43,17 @@ struct Terminals::Impl {
   bool stopping = false;  // on the connections' thread
   std::unordered_map<std::string, std::shared_ptr<Terminal>> terminals;
 
-  mutable std::mutex mutex;  // guards stats and the online set below
+  // A device's terminal: a device whose edition changes gets a new
+  // terminal (a new generation), and the older one's news no longer counts.
+  struct Entry {
+    bool online = false;
+    uint64_t generation = 0;
+    Edition edition = Edition::k2013;
+  };
+  mutable std::mutex mutex;  // guards stats and the entries below
   mutable std::condition_variable changed;
   Stats stats;
-  std::unordered_map<std::string, bool> online;
+  std::unordered_map<std::string, Entry> entries;
 
   template <class F>
   void Count(F&& change) {
@@ -56,12 +63,12 @@ struct Terminals::Impl {
     }
     changed.notify_all();
   }
-  void SetOnline(const std::string& devIdno, bool on) {
+  void SetOnline(const std::string& devIdno, uint64_t generation, bool on) {
     {
       std::lock_guard lock(mutex);
-      bool& state = online[devIdno];
-      if (state == on) return;
-      state = on;
+      Entry& entry = entries[devIdno];
+      if (entry.generation != generation || entry.online == on) return;
+      entry.online = on;
       on ? ++stats.online : --stats.online;
     }
     changed.notify_all();
@@ -85,11 +92,17 @@ void Spawn(asio::io_context& io, awaitable<void> body, const char* what) {
 // after a pause when the connection ends.
 class Terminal : public std::enable_shared_from_this<Terminal> {
  public:
-  Terminal(Terminals::Impl& sim, std::string devIdno, std::string phone, Edition edition)
-      : sim_(sim), devIdno_(std::move(devIdno)), phone_(std::move(phone)), edition_(edition), socket_(sim.io),
-        timer_(sim.io) {}
+  Terminal(Terminals::Impl& sim, std::string devIdno, std::string phone, Edition edition, uint64_t generation)
+      : sim_(sim), devIdno_(std::move(devIdno)), phone_(std::move(phone)), edition_(edition),
+        generation_(generation), socket_(sim.io), timer_(sim.io) {}
 
   void Start() { Spawn(sim_.io, Live(shared_from_this()), "terminal"); }
+
+  // Ends the terminal for good (its device has a new one).
+  void Retire() {
+    retired_ = true;
+    Close();
+  }
 
   void Close() {
     std::error_code ignored;
@@ -103,7 +116,7 @@ class Terminal : public std::enable_shared_from_this<Terminal> {
 
   awaitable<void> Live([[maybe_unused]] std::shared_ptr<Terminal> self) {
     const auto endpoint = tcp::endpoint(asio::ip::make_address(sim_.options.host), sim_.options.port);
-    while (!sim_.stopping) {
+    while (!sim_.stopping && !retired_) {
       std::error_code ec;
       socket_ = tcp::socket(sim_.io);
       co_await socket_.async_connect(endpoint, asio::redirect_error(use_awaitable, ec));
@@ -112,8 +125,8 @@ class Terminal : public std::enable_shared_from_this<Terminal> {
         sim_.Count([](Stats& s) { ++s.connects; });
         co_await Converse();
       }
-      sim_.SetOnline(devIdno_, false);
-      if (sim_.stopping) break;
+      sim_.SetOnline(devIdno_, generation_, false);
+      if (sim_.stopping || retired_) break;
       timer_.expires_after(sim_.options.retry);
       co_await timer_.async_wait(asio::redirect_error(use_awaitable, ec));
     }
@@ -194,7 +207,7 @@ class Terminal : public std::enable_shared_from_this<Terminal> {
           return Register();
         }
         stage_ = Stage::Online;
-        sim_.SetOnline(devIdno_, true);
+        sim_.SetOnline(devIdno_, generation_, true);
         return;
       }
       if (h.id == kMediaDataAnswer) return;
@@ -255,6 +268,8 @@ class Terminal : public std::enable_shared_from_this<Terminal> {
   std::string devIdno_;
   std::string phone_;
   Edition edition_;
+  uint64_t generation_;
+  bool retired_ = false;
   tcp::socket socket_;
   asio::steady_timer timer_;
   Stage stage_ = Stage::Registering;
@@ -317,14 +332,25 @@ bool Terminals::Add(const std::string& devIdno, Edition edition) {
   const std::optional<std::string> phone = hostref::wire::PhoneOf(devIdno, edition);
   if (!phone) return false;
   Impl& t = *impl_;
+  uint64_t generation;
   {
     std::lock_guard lock(t.mutex);
-    if (!t.online.emplace(devIdno, false).second) return true;
-    ++t.stats.terminals;
+    auto [it, fresh] = t.entries.try_emplace(devIdno);
+    Impl::Entry& entry = it->second;
+    if (!fresh && entry.edition == edition) return true;
+    if (fresh) ++t.stats.terminals;
+    if (entry.online) --t.stats.online;
+    entry.online = false;
+    entry.edition = edition;
+    generation = ++entry.generation;
   }
-  asio::post(t.io, [&t, devIdno, phone = *phone, edition] {
-    auto terminal = std::make_shared<Terminal>(t, devIdno, phone, edition);
-    t.terminals.emplace(devIdno, terminal);
+  asio::post(t.io, [&t, devIdno, phone = *phone, edition, generation] {
+    auto terminal = std::make_shared<Terminal>(t, devIdno, phone, edition, generation);
+    auto [it, fresh] = t.terminals.try_emplace(devIdno, terminal);
+    if (!fresh) {
+      it->second->Retire();
+      it->second = terminal;
+    }
     if (!t.stopping) terminal->Start();
   });
   return true;
@@ -332,15 +358,15 @@ bool Terminals::Add(const std::string& devIdno, Edition edition) {
 
 bool Terminals::Online(const std::string& devIdno) const {
   std::lock_guard lock(impl_->mutex);
-  auto it = impl_->online.find(devIdno);
-  return it != impl_->online.end() && it->second;
+  auto it = impl_->entries.find(devIdno);
+  return it != impl_->entries.end() && it->second.online;
 }
 
 bool Terminals::WaitOnline(const std::string& devIdno, std::chrono::milliseconds limit) const {
   std::unique_lock lock(impl_->mutex);
   return impl_->changed.wait_for(lock, limit, [&] {
-    auto it = impl_->online.find(devIdno);
-    return it != impl_->online.end() && it->second;
+    auto it = impl_->entries.find(devIdno);
+    return it != impl_->entries.end() && it->second.online;
   });
 }
 

@@ -53,7 +53,8 @@ class Terminals {
 
   // A terminal for the device, in the edition its fleet entry says; false
   // when its number cannot be a terminal's phone number. A device added
-  // before is not added again.
+  // before keeps its terminal, unless its edition changed: then a new
+  // terminal in the new edition replaces it.
   bool Add(const std::string& devIdno);
   bool Add(const std::string& devIdno, jt808::Edition edition);
   // The terminal is authenticated now.
