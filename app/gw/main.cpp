@@ -11,7 +11,7 @@
 
 namespace {
 enum : int { kOptBind = 1000, kOptTerminalPort, kOptControlPort, kOptAnswerTimeout, kOptSilentTimeout, kOptAuth,
-             kOptLogLevel };
+             kOptLogLevel, kOptNode, kOptBroker };
 
 constexpr option kOptions[] = {
     {"bind", required_argument, nullptr, kOptBind},
@@ -21,6 +21,8 @@ constexpr option kOptions[] = {
     {"silent-timeout", required_argument, nullptr, kOptSilentTimeout},
     {"auth", required_argument, nullptr, kOptAuth},
     {"log-level", required_argument, nullptr, kOptLogLevel},
+    {"node", required_argument, nullptr, kOptNode},
+    {"broker", required_argument, nullptr, kOptBroker},
     {"help", no_argument, nullptr, 'h'},
     {"version", no_argument, nullptr, 'V'},
     {nullptr, 0, nullptr, 0},
@@ -45,6 +47,10 @@ constexpr const char* kHelp =
     "                              derived, every code accepted)\n"
     "      --log-level=LEVEL       error, warn, info (default) or debug; logs go to\n"
     "                              standard error\n"
+    "      --broker=HOST:PORT      meet other nodes at this MQTT broker: a request for\n"
+    "                              a terminal on another node goes to that node\n"
+    "      --node=NAME             this node's name among them (default: gw-PORT, the\n"
+    "                              control port)\n"
     "  -h, --help                  show this help and exit\n"
     "  -V, --version               show the version and exit\n"
     "\n"
@@ -95,6 +101,17 @@ int main(int argc, char** argv) {
         gw::SetLogLevel(*level);
         break;
       }
+      case kOptNode:
+        if (value.empty() || value.find_first_of("/+#") != std::string::npos) {
+          return Usage("--node takes a name without /, + or #, not " + value);
+        }
+        config.node = value;
+        break;
+      case kOptBroker:
+        if (!gw::ParseHostPort(value, &config.brokerHost, &config.brokerPort)) {
+          return Usage("--broker takes HOST:PORT, not " + value);
+        }
+        break;
       case 'h': std::fputs(kHelp, stdout); return 0;
       case 'V': std::puts("fleetcmd-gw " FC_VERSION); return 0;
       case ':': return Usage("option " + given + " needs a value");
@@ -103,6 +120,7 @@ int main(int argc, char** argv) {
   }
   if (optind < argc) return Usage(std::string("unexpected argument ") + argv[optind]);
 
+  if (!config.brokerHost.empty() && config.node.empty()) config.node = "gw-" + std::to_string(config.controlPort);
   gw::Gateway gateway(config);
   std::string error;
   if (!gateway.Open(&error)) {

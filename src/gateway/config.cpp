@@ -66,4 +66,16 @@ std::optional<uint16_t> ParsePort(std::string_view text) {
   return static_cast<uint16_t>(number);
 }
 
+bool ParseHostPort(std::string_view text, std::string* host, uint16_t* port) {
+  const size_t colon = text.rfind(':');
+  if (colon == std::string_view::npos || colon == 0) return false;
+  const auto number = ParsePort(text.substr(colon + 1));
+  if (!number || *number == 0) return false;
+  std::string_view name = text.substr(0, colon);
+  if (name.size() > 2 && name.front() == '[' && name.back() == ']') name = name.substr(1, name.size() - 2);
+  *host = std::string(name);
+  *port = *number;
+  return true;
+}
+
 }  // namespace gw

@@ -38,6 +38,14 @@ struct Config {
   std::chrono::milliseconds silentTimeout{180'000};  // a terminal heard nothing from so long is dropped
   AuthPolicy auth;
   size_t maxControlLine = 1 << 20;  // a longer control line closes its connection
+  // Several nodes: each names itself and meets the others at an MQTT broker,
+  // where a request for a terminal on another node goes to that node.
+  std::string node;          // this node's name; "" with no broker
+  std::string brokerHost;    // "" for a node on its own
+  uint16_t brokerPort = 1883;
 };
+
+// "HOST:PORT" (or "[V6]:PORT") into its parts; false for anything else.
+bool ParseHostPort(std::string_view text, std::string* host, uint16_t* port);
 
 }  // namespace gw

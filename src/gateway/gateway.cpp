@@ -13,6 +13,7 @@
 
 #include "gateway/control_protocol.h"
 #include "gateway/log.h"
+#include "gateway/mqtt.h"
 #include "gateway/request_table.h"
 #include "gateway/terminal_messages.h"
 #include "jt808/frame.h"
@@ -66,6 +67,22 @@ void Spawn(asio::io_context& io, awaitable<void> body, const char* what) {
 
 class Session;
 class ControlConnection;
+
+// Who asked: a control connection of this node, or another node on a host's behalf.
+struct Asker {
+  uint64_t control = 0;
+  std::string node;
+  uint64_t key = 0;
+};
+
+// Where nodes meet at the broker: each terminal's node (retained), and each node's requests and answers.
+constexpr std::string_view kTerminalTopic = "fleetcmd/gw/terminal/";
+std::string NodeTopic(const std::string& node, const char* what) { return "fleetcmd/gw/node/" + node + "/" + what; }
+constexpr const char* kRequests = "request";
+constexpr const char* kAnswers = "answer";
+constexpr const char* kFrom = "from";
+constexpr const char* kKey = "key";
+constexpr auto kRouteGrace = std::chrono::seconds(1);  // beyond the answer timeout of the node asked
 }  // namespace
 
 struct Gateway::Impl {
@@ -84,6 +101,18 @@ struct Gateway::Impl {
   std::unordered_map<std::string, std::shared_ptr<Session>> online;        // authenticated, by phone
   std::unordered_map<uint64_t, std::shared_ptr<ControlConnection>> controls;
   uint64_t nextControl = 1;
+
+  // Several nodes: the broker's client, where other nodes' terminals are, and
+  // the requests handed to them, by this node's number.
+  std::unique_ptr<MqttClient> broker;
+  std::unordered_map<std::string, std::string> where;
+  struct Routed {
+    uint64_t control = 0;
+    Json::Value id;
+    std::unique_ptr<asio::steady_timer> timer;
+  };
+  std::unordered_map<uint64_t, Routed> routed;
+  uint64_t nextRouted = 1;
 
   mutable std::mutex countMutex;
   mutable std::condition_variable countChanged;
@@ -108,7 +137,12 @@ struct Gateway::Impl {
   void OnClosed(const std::shared_ptr<Session>& session);
   void OnAnswer(const Session& session, const Message& answer);
   void OnControlLine(ControlConnection& from, const std::string& text);
-  void OnRequest(ControlConnection& from, const control::Request& request);
+  void OnRequest(const Asker& asker, const control::Request& request);
+  void Reply(const Asker& asker, const Json::Value& id, int status, const std::optional<std::string>& reply);
+  void Route(const Asker& asker, const control::Request& request, const std::string& node);
+  void OnBroker(const std::string& topic, const std::string& payload);
+  void Announce(const std::string& phone, bool here);
+  void StartBroker();
   void Finish(const Pending& pending, int status, const std::optional<std::string>& reply);
   Json::Value InspectHere(const std::string& op);
 };
@@ -436,11 +470,15 @@ void Gateway::Impl::OnAuthenticated(const std::shared_ptr<Session>& session) {
   }
   Count([](Counters& c) { ++c.authenticated; });
   Log(LogLevel::Info, kWhere, "terminal " + session->Phone() + " authenticated from " + session->Peer());
+  Announce(session->Phone(), true);
 }
 
 void Gateway::Impl::OnOffline(const std::shared_ptr<Session>& session) {
   auto it = online.find(session->Phone());
-  if (it != online.end() && it->second == session) online.erase(it);
+  if (it != online.end() && it->second == session) {
+    online.erase(it);
+    Announce(session->Phone(), false);
+  }
   Count([](Counters& c) { --c.authenticated; });
   Log(LogLevel::Info, kWhere, "terminal " + session->Phone() + " offline");
 }
@@ -471,24 +509,111 @@ void Gateway::Impl::OnAnswer(const Session& session, const Message& answer) {
 }
 
 void Gateway::Impl::Finish(const Pending& pending, int status, const std::optional<std::string>& reply) {
-  auto it = controls.find(pending.origin);
-  if (it != controls.end()) it->second->Send(control::AnswerLine(pending.id, status, reply));
+  Reply({pending.origin, pending.originNode, pending.originKey}, pending.id, status, reply);
+}
+
+void Gateway::Impl::Reply(const Asker& asker, const Json::Value& id, int status,
+                          const std::optional<std::string>& reply) {
+  if (asker.node.empty()) {
+    auto it = controls.find(asker.control);
+    if (it != controls.end()) it->second->Send(control::AnswerLine(id, status, reply));
+    return;
+  }
+  if (!broker) return;
+  Json::Value answer(Json::objectValue);
+  answer[kKey] = Json::UInt64(asker.key);
+  answer[control::kStatus] = status;
+  if (reply) answer[control::kReply] = *reply;
+  broker->Publish(NodeTopic(asker.node, kAnswers), txt::WriteCompactJson(answer), false);
+}
+
+// The terminal's request goes to its node; the answer comes back on this node's answer topic.
+void Gateway::Impl::Route(const Asker& asker, const control::Request& request, const std::string& node) {
+  const uint64_t key = nextRouted++;
+  Json::Value line;
+  txt::ParseJson(control::RequestLine(request), line);
+  line[kFrom] = config.node;
+  line[kKey] = Json::UInt64(key);
+  Routed& waiting = routed[key];
+  waiting.control = asker.control;
+  waiting.id = request.id;
+  waiting.timer = std::make_unique<asio::steady_timer>(io, config.answerTimeout + kRouteGrace);
+  waiting.timer->async_wait([this, key](std::error_code ec) {
+    if (ec) return;
+    auto it = routed.find(key);
+    if (it == routed.end()) return;
+    const Asker asker{it->second.control, "", 0};
+    const Json::Value id = it->second.id;
+    routed.erase(it);
+    Count([](Counters& c) { ++c.timeouts; });
+    Reply(asker, id, control::kStatusTimeout, std::nullopt);
+  });
+  Count([](Counters& c) { ++c.routed; });
+  broker->Publish(NodeTopic(node, kRequests), txt::WriteCompactJson(line), false);
+}
+
+void Gateway::Impl::Announce(const std::string& phone, bool here) {
+  if (!broker) return;
+  // Another node's newer claim is left alone.
+  if (!here && where.count(phone)) return;
+  broker->Publish(std::string(kTerminalTopic) + phone, here ? config.node : "", true);
+}
+
+void Gateway::Impl::OnBroker(const std::string& topic, const std::string& payload) {
+  if (topic.starts_with(kTerminalTopic)) {
+    const std::string phone = topic.substr(kTerminalTopic.size());
+    if (payload.empty() || payload == config.node) {
+      where.erase(phone);
+    } else {
+      where[phone] = payload;
+    }
+    Count([&](Counters& c) { c.remoteTerminals = where.size(); });
+    return;
+  }
+  Json::Value value;
+  if (!txt::ParseJson(payload, value) || !value.isObject()) return;
+  if (topic == NodeTopic(config.node, kRequests)) {
+    const control::Line line = control::Parse(payload);
+    const Asker asker{0, txt::JsonMemberString(value, kFrom), value[kKey].isUInt64() ? value[kKey].asUInt64() : 0};
+    if (asker.node.empty()) return;
+    if (!line.error.empty()) return Reply(asker, line.request.id, control::kStatusOffline, std::nullopt);
+    return OnRequest(asker, line.request);
+  }
+  if (topic == NodeTopic(config.node, kAnswers)) {
+    auto it = routed.find(value[kKey].isUInt64() ? value[kKey].asUInt64() : 0);
+    if (it == routed.end()) return;
+    const Asker asker{it->second.control, "", 0};
+    const Json::Value id = it->second.id;
+    routed.erase(it);
+    std::optional<std::string> reply;
+    if (value[control::kReply].isString()) reply = value[control::kReply].asString();
+    Reply(asker, id, txt::JsonMemberInt(value, control::kStatus, control::kStatusTimeout), reply);
+  }
+}
+
+void Gateway::Impl::StartBroker() {
+  broker = std::make_unique<MqttClient>(
+      io, config.brokerHost, config.brokerPort, "fleetcmd-gw-" + config.node,
+      [this](const std::string& topic, const std::string& payload) { OnBroker(topic, payload); },
+      [this] {
+        // A new connection tells the broker again which terminals are here.
+        for (const auto& [phone, session] : online) Announce(phone, true);
+      });
+  broker->Start({std::string(kTerminalTopic) + "+", NodeTopic(config.node, kRequests), NodeTopic(config.node, kAnswers)});
 }
 
 void Gateway::Impl::OnControlLine(ControlConnection& from, const std::string& text) {
   const control::Line line = control::Parse(text);
   if (!line.error.empty()) return from.Send(control::ErrorLine(line.request.id, line.error));
-  if (line.op == control::kOpSend) return OnRequest(from, line.request);
+  if (line.op == control::kOpSend) return OnRequest({from.Number(), "", 0}, line.request);
   Json::Value body = InspectHere(line.op);
   if (body.isNull()) return from.Send(control::ErrorLine(line.request.id, "unknown op " + line.op));
   from.Send(control::InspectLine(line.op, body));
 }
 
-void Gateway::Impl::OnRequest(ControlConnection& from, const control::Request& request) {
+void Gateway::Impl::OnRequest(const Asker& asker, const control::Request& request) {
   Count([](Counters& c) { ++c.requests; });
-  auto answer = [&](int status, const std::optional<std::string>& reply) {
-    from.Send(control::AnswerLine(request.id, status, reply));
-  };
+  auto answer = [&](int status, const std::optional<std::string>& reply) { Reply(asker, request.id, status, reply); };
   auto noMessage = [&] {
     Count([](Counters& c) { ++c.noMessage; });
     answer(control::kStatusAnswered, control::NoTerminalMessageReply());
@@ -502,12 +627,19 @@ void Gateway::Impl::OnRequest(ControlConnection& from, const control::Request& r
   const std::string phone = PhoneOfDevice(request.dev);
   auto terminal = online.find(phone);
   if (terminal == online.end()) {
+    // On another node: that node sends it (a request from another node is never passed on).
+    if (broker && asker.node.empty()) {
+      auto there = where.find(phone);
+      if (there != where.end()) return Route(asker, request, there->second);
+    }
     Count([](Counters& c) { ++c.offline; });
     return answer(control::kStatusOffline, std::nullopt);
   }
   Session& session = *terminal->second;
   Pending pending;
-  pending.origin = from.Number();
+  pending.origin = asker.control;
+  pending.originNode = asker.node;
+  pending.originKey = asker.key;
   pending.id = request.id;
   pending.phone = phone;
   pending.command = *command;
@@ -588,6 +720,8 @@ void Gateway::Impl::CloseAll() {
   for (auto& [number, connection] : controls) open.push_back(connection);
   for (auto& connection : open) connection->Close();
   timers.clear();
+  routed.clear();
+  if (broker) broker->Close();
 }
 
 Json::Value Counters::ToJson() const {
@@ -598,7 +732,7 @@ Json::Value Counters::ToJson() const {
       {"framesIn", framesIn},       {"framesOut", framesOut},   {"framesDropped", framesDropped},
       {"requests", requests},       {"answered", answered},     {"offline", offline},
       {"timeouts", timeouts},       {"noMessage", noMessage},   {"unmatched", unmatched},
-      {"controls", controls},
+      {"controls", controls},       {"routed", routed},         {"remoteTerminals", remoteTerminals},
   };
   for (const auto& [name, value] : fields) out[name] = static_cast<Json::UInt64>(value);
   return out;
@@ -634,6 +768,7 @@ bool Gateway::Open(std::string* error) {
       !open(g.controlAcceptor, g.config.controlPort, "control")) {
     return false;
   }
+  if (!g.config.brokerHost.empty()) g.StartBroker();
   Spawn(g.io, g.AcceptTerminals(), "terminal port");
   Spawn(g.io, g.AcceptControls(), "control port");
   Log(LogLevel::Info, kWhere,

@@ -39,6 +39,8 @@ struct Counters {
   uint64_t noMessage = 0;       // requests answered "Error" 120
   uint64_t unmatched = 0;       // terminal answers that settled no request
   uint64_t controls = 0;        // control connections open now
+  uint64_t routed = 0;          // requests handed to the node that has the terminal
+  uint64_t remoteTerminals = 0; // terminals the broker says are on other nodes
 
   Json::Value ToJson() const;
 };

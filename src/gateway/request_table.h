@@ -24,6 +24,8 @@ using Clock = std::chrono::steady_clock;
 struct Pending {
   uint64_t key = 0;     // the table's own number, from 1, in the order sent
   uint64_t origin = 0;  // the control connection that asked
+  std::string originNode;   // or the node that asked on a host's behalf
+  uint64_t originKey = 0;   // and that node's number for the request
   Json::Value id;       // the asker's id, handed back with the answer
   std::string phone;    // the terminal's phone number
   int command = 0;

@@ -31,17 +31,8 @@ std::optional<HostLink::Target> HostLink::Parse(std::string_view text) {
   Target target;
   if (text == kInProcess) return target;
   if (!text.starts_with(kRemotePrefix)) return std::nullopt;
-  const std::string_view rest = text.substr(kRemotePrefix.size());
-  const size_t colon = rest.rfind(':');
-  if (colon == std::string_view::npos || colon == 0) return std::nullopt;
-  const auto port = ParsePort(rest.substr(colon + 1));
-  if (!port || *port == 0) return std::nullopt;
+  if (!ParseHostPort(text.substr(kRemotePrefix.size()), &target.host, &target.port)) return std::nullopt;
   target.inProcess = false;
-  target.host = std::string(rest.substr(0, colon));
-  if (target.host.size() > 2 && target.host.front() == '[' && target.host.back() == ']') {
-    target.host = target.host.substr(1, target.host.size() - 2);
-  }
-  target.port = *port;
   return target;
 }
 
