@@ -162,6 +162,7 @@ TEST(HostLink, ThePlatformsChannelsAnswerThroughAGatewayInTheProcess) {
       {"10001", kTextEnvelope, 0, R"({"Error":0,"result":0})"},
       {"10001", R"({"Command":39321})", 0, R"({"Error":120})"},
       {"10004", kTextEnvelope, 101, "(none)"},
+      {"A-1", kTextEnvelope, 101, "(none)"},  // the gateway's own status: no terminal can have that number
   };
   Delivered delivered;
   for (const Case& c : cases) {
