@@ -11,6 +11,7 @@ out=${1:-$root/build-deb}
 packages=(dpkg-dev debhelper fakeroot lintian help2man cmake ninja-build pkgconf g++ libedit-dev
           libjsoncpp-dev libminizip-dev libsqlite3-dev libxlsxwriter-dev)
 "$root/scripts/install-packages.sh" "${packages[@]}"
+"$root/scripts/install-packages.sh" --no-recommends libasio-dev  # headers only, without Boost
 
 # ccache, when the machine has it, shares compiled objects with earlier builds.
 if command -v ccache >/dev/null; then

@@ -10,6 +10,11 @@ packages=(g++ cmake ninja-build pkg-config libjsoncpp-dev libsqlite3-dev libgtes
           libbenchmark-dev libxlsxwriter-dev libminizip-dev libedit-dev help2man tmux
           qt6-base-dev fonts-wqy-microhei)  # the last two: the desktop program and its Chinese font
 "$root/scripts/install-packages.sh" "${packages[@]}"
+# The gateway's networking: standalone Asio, headers only, without the Boost
+# packages it recommends.
+"$root/scripts/install-packages.sh" --no-recommends libasio-dev
+# The MQTT broker two gateway nodes route requests through (its test starts one on loopback).
+"$root/scripts/install-packages.sh" --no-recommends mosquitto
 
 # ccache, when the machine has it, shares compiled objects between build trees.
 launcher=()

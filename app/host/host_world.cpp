@@ -142,6 +142,14 @@ bool HostWorld::Start(const HostOptions& options, std::string* error) {
   } else {
     hostref::terminals::Install();
   }
+  if (options.net == NetMode::Gateway) {
+    const auto target = gw::HostLink::Parse(options.gateway);
+    std::string why;
+    if (!target || !gateway_.Start(*target, &why)) {
+      if (error) *error = "cannot use the gateway " + options.gateway + ": " + why;
+      return false;
+    }
+  }
   hostref::net::SetHeld(true);
   InstallObservers();
   main_.Create(nullptr, 0, "fleetcmd-host", kMainRect);
@@ -219,6 +227,7 @@ void HostWorld::Stop() {
   hostref::net::ReleaseAll();
   hostref::net::WaitIdle();
   plat::MessageLoop::Instance().RunPending();
+  gateway_.Stop();
   hostref::net::SetOpenObserver(nullptr);
   hostref::net::SetAnswerObserver(nullptr);
   hostref::net::SetFaultObserver(nullptr);

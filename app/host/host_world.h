@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "gateway/termsim/host_link.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "plugin.h"
@@ -23,8 +24,10 @@ class HostMainWindow : public plat::Window {
 };
 
 // Where requests go: the simulated platform answers them directly, or
-// carries each one over the terminals' binary protocol and back.
-enum class NetMode { Sim, Loop };
+// carries each one over the terminals' binary protocol and back, or hands
+// each to a gateway (one started in this process with simulated binary
+// terminals, or a running one's control port).
+enum class NetMode { Sim, Loop, Gateway };
 
 struct HostOptions {
   std::string pluginPath;
@@ -32,6 +35,7 @@ struct HostOptions {
   std::string dataDir;  // the host's store (SQLite); "" keeps it in memory
   bool fixedTime = false;
   NetMode net = NetMode::Sim;
+  std::string gateway = "";  // with NetMode::Gateway: "gw" or "gw://HOST:PORT"
 };
 
 // Output lines a script switches on: ENVELOPE, ANSWER, LOG and PICKER.
@@ -93,6 +97,7 @@ class HostWorld {
   plat::Window* NewestChild(size_t before) const;
 
   HostOptions options_;
+  gw::HostLink gateway_;
   Observed observed_;
   PluginApi api_;
   HostMainWindow main_;

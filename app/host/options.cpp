@@ -27,9 +27,10 @@ std::string Fail(CommandLine& line, const std::string& what) {
   return line.error;
 }
 
-bool ParseNet(const std::string& text, NetMode* mode) {
-  if (text == "sim") *mode = NetMode::Sim;
-  else if (text == "loop") *mode = NetMode::Loop;
+bool ParseNet(const std::string& text, HostOptions* host) {
+  if (text == "sim") host->net = NetMode::Sim;
+  else if (text == "loop") host->net = NetMode::Loop;
+  else if (gw::HostLink::Parse(text)) host->net = NetMode::Gateway, host->gateway = text;
   else return false;
   return true;
 }
@@ -57,8 +58,8 @@ CommandLine ParseCommandLine(int argc, char** argv) {
         line.dataGiven = true;
         break;
       case kOptNet:
-        if (!ParseNet(optarg, &line.host.net)) {
-          Fail(line, "--net takes sim or loop, not " + std::string(optarg));
+        if (!ParseNet(optarg, &line.host)) {
+          Fail(line, "--net takes sim, loop, gw or gw://HOST:PORT, not " + std::string(optarg));
           return line;
         }
         break;
@@ -95,7 +96,11 @@ std::string HelpText() {
          "                       (default: $XDG_DATA_HOME/fleetcmd or ~/.local/share/fleetcmd)\n"
          "      --net=MODE       how requests reach the terminals: sim (default) answers\n"
          "                       them at once; loop carries each one over the terminals'\n"
-         "                       binary protocol and back, in this process\n"
+         "                       binary protocol and back, in this process; gw starts a\n"
+         "                       gateway and a binary terminal per device on loopback\n"
+         "                       ports in this process and sends through it;\n"
+         "                       gw://HOST:PORT sends to a running fleetcmd-gw's control\n"
+         "                       port (docs/gateway.md)\n"
          "  -h, --help           show this help and exit\n"
          "  -V, --version        show the version and exit\n"
          "      --commands-markdown  print the command tables of the scripting guide\n"

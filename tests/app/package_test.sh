@@ -29,12 +29,14 @@ multiarch=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
 [ -x "$host" ] || { echo "FAIL: no $host in the package"; exit 1; }
 for f in usr/lib/$multiarch/fleetcmd/plugins/libfleetcmd.so usr/share/fleetcmd/lang/en.ini \
          usr/share/fleetcmd/lang/zh-CN.ini usr/include/fleetcmd/fleetcmd.h usr/share/man/man1/fleetcmd-host.1.gz \
-         usr/share/doc/fleetcmd/copyright; do
+         usr/share/doc/fleetcmd/copyright usr/bin/fleetcmd-gw usr/bin/fleetcmd-termsim \
+         usr/share/man/man1/fleetcmd-gw.1.gz usr/share/man/man1/fleetcmd-termsim.1.gz; do
   [ -e "$root/$f" ] || fail "the package lacks /$f"
 done
 
 # Every library the host and the plug-in load comes from the package or the system, none from a build tree.
-for binary in "$host" "$root/usr/lib/$multiarch/fleetcmd/plugins/libfleetcmd.so"; do
+for binary in "$host" "$root/usr/lib/$multiarch/fleetcmd/plugins/libfleetcmd.so" "$root/usr/bin/fleetcmd-gw" \
+              "$root/usr/bin/fleetcmd-termsim"; do
   if ldd "$binary" | grep -E "not found|/build|/obj-"; then fail "$binary does not find its libraries in the package"; fi
 done
 
@@ -48,6 +50,15 @@ for line in 'HOSTMSG 13336 1 12' \
   grep -qF -- "$line" <<<"$out" || fail "the installed demo did not print: $line"
 done
 "$host" --help | grep -q -- "--fixed-time" || fail "the installed host has no --help"
+
+# The gateway and the simulated terminals from the package: the host's
+# demo through them, all in one process on loopback ports.
+out=$(cd / && "$host" --demo --fixed-time --net gw 2>&1); rc=$?
+[ $rc -eq 0 ] || fail "the installed demo through the gateway exited with $rc: $out"
+grep -qF 'ROW 1|粤B10001|2026-01-15 09:30:00|Text message|Set succeeded|' <<<"$out" ||
+  fail "the installed demo through the gateway did not print its text message row"
+"$root/usr/bin/fleetcmd-gw" --help | grep -q -- "--control-port" || fail "the installed fleetcmd-gw has no --help"
+"$root/usr/bin/fleetcmd-termsim" --help | grep -q -- "--generate" || fail "the installed fleetcmd-termsim has no --help"
 
 # Host developers: the header's folder and the plug-in folder from fleetcmd.pc.
 pc=$root/usr/lib/$multiarch/pkgconfig

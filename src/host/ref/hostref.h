@@ -139,6 +139,16 @@ void SetDuplicate(const std::string& devIdno, bool twice);
 // Answers computed per request (the simulated terminals); nullopt falls back to the default.
 using Responder = std::function<std::optional<std::string>(const SentRequest&)>;
 void SetResponder(Responder responder);
+// A responder that decides the network status as well (a gateway that finds
+// the terminal offline answers 101): status 0 with the reply text, or a
+// network status with a text or none. Replaces the responder; nullopt falls
+// back to the default like a responder's.
+struct ResponderReply {
+  int status = 0;
+  std::optional<std::string> text;
+};
+using StatusResponder = std::function<std::optional<ResponderReply>(const SentRequest&)>;
+void SetStatusResponder(StatusResponder responder);
 // Time the responder's answer takes beyond the device's delay, by request (a
 // driver choosing an answer, for example); 0 for none. Not applied to a device
 // with its own reply or status, nor to held answers.

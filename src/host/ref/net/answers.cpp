@@ -16,13 +16,17 @@ const ReplyText& DefaultReply() {
 
 }  // namespace
 
-ReplyText Answer::Text(const hostref::SentRequest& request) const {
-  if (fixed || status != kStatusAnswered) return fixed;
+Answer::Delivery Answer::Decide(const hostref::SentRequest& request) const {
+  if (fixed || status != kStatusAnswered) return {status, fixed};
   if (responder && *responder) {
-    auto computed = Guarded("hostnet responder", std::optional<std::string>(), [&] { return (*responder)(request); });
-    if (computed) return std::make_shared<const std::string>(std::move(*computed));
+    auto computed = Guarded("hostnet responder", std::optional<hostref::net::ResponderReply>(),
+                            [&] { return (*responder)(request); });
+    if (computed) {
+      ReplyText text = computed->text ? std::make_shared<const std::string>(std::move(*computed->text)) : nullptr;
+      return {computed->status, std::move(text)};
+    }
   }
-  return DefaultReply();
+  return {kStatusAnswered, DefaultReply()};
 }
 
 const DeviceRule& Settings::RuleOf(const std::string& devIdno) const {

@@ -15,7 +15,7 @@ constexpr const char* kDefaultSession = "5f2c9a01d3e84b7690a1c2e3f4a5b6c7";
 constexpr int kStatusAnswered = 0;  // the platform answered with a reply text
 
 using ReplyText = std::shared_ptr<const std::string>;
-using ResponderPtr = std::shared_ptr<const hostref::net::Responder>;
+using ResponderPtr = std::shared_ptr<const hostref::net::StatusResponder>;
 using AnswerDelayPtr = std::shared_ptr<const hostref::net::AnswerDelay>;
 
 // One request's answer, decided under the platform's lock. Text() runs
@@ -26,11 +26,15 @@ struct Answer {
   ResponderPtr responder;
   bool twice = false;  // the callback runs a second time right after the first
 
-  // The text handed to the callback: with a network status the device's own
-  // text or null; otherwise the device's own text, else the responder's
-  // answer, else the default reply.
+  // The status and text handed to the callback: with a network status the
+  // device's own text or null; otherwise the device's own text, else the
+  // responder's answer (with its status), else the default reply.
   // A responder that throws counts as having no answer.
-  ReplyText Text(const hostref::SentRequest& request) const;
+  struct Delivery {
+    int status = kStatusAnswered;
+    ReplyText text;
+  };
+  Delivery Decide(const hostref::SentRequest& request) const;
 };
 
 struct DeviceRule {

@@ -53,8 +53,17 @@ void SetDuplicate(const std::string& devIdno, bool twice) {
 }
 
 void SetResponder(Responder responder) {
-  auto shared = responder ? std::make_shared<const Responder>(std::move(responder)) : nullptr;
-  Change("net::SetResponder", [&](Settings& s) { s.responder = std::move(shared); });
+  if (!responder) return SetStatusResponder(nullptr);
+  SetStatusResponder([text = std::move(responder)](const SentRequest& request) -> std::optional<ResponderReply> {
+    std::optional<std::string> answer = text(request);
+    if (!answer) return std::nullopt;
+    return ResponderReply{netsim::kStatusAnswered, std::move(answer)};
+  });
+}
+
+void SetStatusResponder(StatusResponder responder) {
+  auto shared = responder ? std::make_shared<const StatusResponder>(std::move(responder)) : nullptr;
+  Change("net::SetStatusResponder", [&](Settings& s) { s.responder = std::move(shared); });
 }
 
 void SetAnswerDelay(AnswerDelay delay) {

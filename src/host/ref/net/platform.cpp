@@ -231,11 +231,11 @@ void Platform::Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& cha
   const std::shared_ptr<const AnswerObserver> observer = answerObserver_;
   lock.unlock();
   Guarded("hostnet answer", [&] {
-    const ReplyText text = answer.Text(channel->request);
-    const char* reply = text ? text->c_str() : nullptr;
+    const Answer::Delivery delivery = answer.Decide(channel->request);
+    const char* reply = delivery.text ? delivery.text->c_str() : nullptr;
     for (int call = 0; call < (answer.twice ? 2 : 1); ++call) {
-      if (observer && *observer) (*observer)(channel->request, answer.status, reply);
-      if (callback) callback(answer.status, reply, user);
+      if (observer && *observer) (*observer)(channel->request, delivery.status, reply);
+      if (callback) callback(delivery.status, reply, user);
     }
   });
   lock.lock();
