@@ -6,9 +6,6 @@
 # NET: the host's --net mode. In a gateway mode (gw, gw://...) the expected
 # lines are those of <name>.gw.out beside EXPECTED when there is one: scripts
 # whose commands have no terminal message read the documented error there.
-# COMPARE_NET: the expected lines are instead what the same script prints
-# with --net COMPARE_NET (two ways to the terminals that must agree); both
-# are written to WORK when they differ.
 set(net_args "")
 if(NET)
   set(net_args "--net ${NET}")
@@ -25,24 +22,13 @@ if(UPDATE)
   file(WRITE ${EXPECTED} "${actual}")
   return()
 endif()
-if(COMPARE_NET)
-  execute_process(COMMAND sh -c "exec \"$0\" --fixed-time --net ${COMPARE_NET} --script \"$1\" 2>&1" ${HOST} ${SCRIPT}
-                  OUTPUT_VARIABLE expected)
-  get_filename_component(name ${SCRIPT} NAME_WE)
-  set(EXPECTED "${WORK}/${name}.${COMPARE_NET}")
-else()
-  file(READ ${EXPECTED} expected)
-endif()
+file(READ ${EXPECTED} expected)
 set(want 0)
 if(expected MATCHES "(^|\n)ERROR ")
   set(want 1)
 endif()
 if(NOT actual STREQUAL expected)
   file(WRITE ${EXPECTED}.actual "${actual}")
-  if(COMPARE_NET)
-    file(WRITE ${EXPECTED}.expected "${expected}")
-    message(FATAL_ERROR "the lines differ from those of --net ${COMPARE_NET}: see ${EXPECTED}.expected and ${EXPECTED}.actual")
-  endif()
   message(FATAL_ERROR "the lines differ from ${EXPECTED}; see ${EXPECTED}.actual")
 endif()
 if(NOT result EQUAL want)
