@@ -156,10 +156,20 @@ std::optional<Frame> FrameReader::Next() {
   return std::move(ready_[readyAt_++]);
 }
 
+void Reassembler::Erase(std::map<Key, Partial>::iterator it) {
+  held_ -= it->second.bytes;
+  open_.erase(it);
+}
+
+void Reassembler::DropOldest() {
+  Erase(std::min_element(open_.begin(), open_.end(),
+                         [](const auto& a, const auto& b) { return a.second.order < b.second.order; }));
+}
+
 std::optional<Frame> Reassembler::Add(Frame frame) {
   const Header& h = frame.header;
   if (h.packages == 0) return frame;
-  if (h.package == 0 || h.package > h.packages) return std::nullopt;
+  if (h.package == 0 || h.package > h.packages || frame.body.size() > maxHeld_) return std::nullopt;
   const auto key = std::make_pair(h.phone, h.id);
   auto it = open_.find(key);
   // Another first package (not the same one sent twice) or another package
@@ -167,26 +177,42 @@ std::optional<Frame> Reassembler::Add(Frame frame) {
   const bool again =
       it != open_.end() && (it->second.first.packages != h.packages ||
                             (h.package == 1 && it->second.parts.contains(1) && it->second.first.serial != h.serial));
-  if (it == open_.end() || again) {
-    if (it == open_.end() && open_.size() >= kMaxOpen) {
-      auto oldest = std::min_element(open_.begin(), open_.end(),
-                                     [](const auto& a, const auto& b) { return a.second.order < b.second.order; });
-      open_.erase(oldest);
-    }
+  if (again) {
+    Erase(it);
+    it = open_.end();
+  }
+  if (it == open_.end()) {
+    if (open_.size() >= kMaxOpen) DropOldest();
     Partial fresh;
     fresh.first = h;
     fresh.order = order_++;
-    it = open_.insert_or_assign(key, std::move(fresh)).first;
+    it = open_.emplace(key, std::move(fresh)).first;
   }
-  Partial& partial = it->second;
-  if (h.package == 1) partial.first = h;
-  partial.parts[h.package] = std::move(frame.body);
-  if (partial.parts.size() < partial.first.packages) return std::nullopt;
+  Partial* partial = &it->second;
+  if (h.package == 1) partial->first = h;
+  auto old = partial->parts.find(h.package);
+  if (old != partial->parts.end()) {
+    partial->bytes -= old->second.size();
+    held_ -= old->second.size();
+  }
+  while (held_ + frame.body.size() > maxHeld_) {
+    // The oldest unfinished messages make room; when this one is the oldest, it goes.
+    const bool self = std::min_element(open_.begin(), open_.end(), [](const auto& a, const auto& b) {
+                        return a.second.order < b.second.order;
+                      })->first == key;
+    DropOldest();
+    if (self) return std::nullopt;
+  }
+  partial->bytes += frame.body.size();
+  held_ += frame.body.size();
+  partial->parts[h.package] = std::move(frame.body);
+  if (partial->parts.size() < partial->first.packages) return std::nullopt;
   Frame whole;
-  whole.header = partial.first;
+  whole.header = partial->first;
   whole.header.packages = whole.header.package = 0;
-  for (auto& [number, part] : partial.parts) whole.body.insert(whole.body.end(), part.begin(), part.end());
-  open_.erase(it);
+  whole.body.reserve(partial->bytes);
+  for (auto& [number, part] : partial->parts) whole.body.insert(whole.body.end(), part.begin(), part.end());
+  Erase(it);
   return whole;
 }
 

@@ -83,19 +83,31 @@ class FrameReader {
 class Reassembler {
  public:
   static constexpr size_t kMaxOpen = 64;
+  // What the unfinished messages may hold together: a terminal that starts
+  // messages and never ends them cannot make the receiver hold more; the
+  // oldest unfinished messages go first.
+  static constexpr size_t kMaxHeldBytes = 16u << 20;
+  explicit Reassembler(size_t maxHeldBytes = kMaxHeldBytes) : maxHeld_(maxHeldBytes) {}
   // The whole message once its last package arrived; the header is the first
   // package's, with packages and package set to 0.
   std::optional<Frame> Add(Frame frame);
   size_t Open() const { return open_.size(); }
+  size_t HeldBytes() const { return held_; }
 
  private:
   struct Partial {
     Header first;
     std::map<uint16_t, Bytes> parts;
     uint64_t order = 0;
+    size_t bytes = 0;
   };
-  std::map<std::pair<std::string, uint16_t>, Partial> open_;
+  using Key = std::pair<std::string, uint16_t>;
+  void Erase(std::map<Key, Partial>::iterator it);
+  void DropOldest();
+  std::map<Key, Partial> open_;
   uint64_t order_ = 0;
+  size_t maxHeld_;
+  size_t held_ = 0;
 };
 
 }  // namespace jt808

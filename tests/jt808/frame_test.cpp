@@ -273,5 +273,21 @@ TEST(Frame, OpenMessagesAreCapped) {
   EXPECT_TRUE(whole.Add(messages.back()[2])) << "the newest completes";
 }
 
+TEST(Frame, UnfinishedMessagesHoldABoundedNumberOfBytes) {
+  // Three packages of 1023, 1023 and 454 bytes per message; room for three and a half packages.
+  constexpr size_t kRoom = 3 * kMaxPackageBody + 500;
+  Reassembler whole(kRoom);
+  const std::vector<Frame> first = Packages(Edition::k2013, "20001"), second = Packages(Edition::k2013, "20002");
+  EXPECT_FALSE(whole.Add(first[0]));
+  EXPECT_FALSE(whole.Add(first[1]));
+  EXPECT_FALSE(whole.Add(second[0]));
+  EXPECT_FALSE(whole.Add(second[1])) << "room made by dropping the older message";
+  EXPECT_EQ(whole.Open(), 1u);
+  EXPECT_EQ(whole.HeldBytes(), 2 * kMaxPackageBody);
+  EXPECT_FALSE(whole.Add(first[2])) << "the dropped message cannot complete";
+  EXPECT_TRUE(whole.Add(second[2]));
+  EXPECT_EQ(whole.HeldBytes(), first[2].body.size()) << "only the dropped message's last package is left";
+}
+
 }  // namespace
 }  // namespace jt808
