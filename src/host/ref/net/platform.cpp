@@ -47,7 +47,7 @@ bool Platform::Open(const std::string& devIdno, const std::string& envelope, con
       if (settings_.RuleOf(devIdno).failOpen) ReportFault(lock, devIdno, "open");
       return false;
     }
-    sent_.push_back(channel->request);
+    Remember(channel->request);
     observer = observer_;
   }
   *handle = channel->request.handle;
@@ -64,6 +64,7 @@ bool Platform::OpenAlarm(hostref::AlarmRequest request, NETHANDLE* handle) {
     if (!AddChannel(channel)) return false;
     request.handle = channel->request.handle;
     alarms_.push_back(request);
+    if (alarms_.size() > hostref::net::kMaxSentKept) alarms_.pop_front();
     observer = alarmObserver_;
   }
   *handle = request.handle;
@@ -176,22 +177,28 @@ void Platform::SetAlarmObserver(AlarmObserver observer) {
 
 std::vector<hostref::AlarmRequest> Platform::AlarmRequests() {
   std::lock_guard lock(mutex_);
-  return alarms_;
+  return {alarms_.begin(), alarms_.end()};
 }
 
 void Platform::ClearAlarmRequests() {
-  std::vector<hostref::AlarmRequest> freed;
+  std::deque<hostref::AlarmRequest> freed;
   std::lock_guard lock(mutex_);
   freed.swap(alarms_);
 }
 
+// The record of sent requests keeps the newest; a long run does not grow with it.
+void Platform::Remember(const hostref::SentRequest& request) {
+  sent_.push_back(request);
+  if (sent_.size() > hostref::net::kMaxSentKept) sent_.pop_front();
+}
+
 std::vector<hostref::SentRequest> Platform::Sent() {
   std::lock_guard lock(mutex_);
-  return sent_;
+  return {sent_.begin(), sent_.end()};
 }
 
 void Platform::ClearSent() {
-  std::vector<hostref::SentRequest> freed;
+  std::deque<hostref::SentRequest> freed;
   std::lock_guard lock(mutex_);
   freed.swap(sent_);
 }

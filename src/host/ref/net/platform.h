@@ -13,6 +13,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <deque>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -117,11 +118,12 @@ class Platform {
   std::shared_ptr<const FaultObserver> faultObserver_;
   void ReportFault(std::unique_lock<std::mutex>& lock, const std::string& devIdno, const char* step);
   std::shared_ptr<const AlarmObserver> alarmObserver_;
-  std::vector<hostref::AlarmRequest> alarms_;
+  std::deque<hostref::AlarmRequest> alarms_;  // the newest kMaxSentKept alarm requests
   std::unordered_map<NETHANDLE, ChannelPtr> channels_;
   std::map<TimedKey, ChannelPtr> timed_;
   std::map<uint64_t, ChannelPtr> held_;
-  std::vector<hostref::SentRequest> sent_;
+  std::deque<hostref::SentRequest> sent_;  // the newest kMaxSentKept requests
+  void Remember(const hostref::SentRequest& request);
   NETHANDLE nextHandle_ = 1;
   uint64_t nextOrder_ = 0;
   size_t running_ = 0;  // callbacks running now
