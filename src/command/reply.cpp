@@ -110,7 +110,7 @@ void CBaseDlg::OnReply(CommandRequest* request) {
   // The callback has stored its answer and is done with the request once its
   // channel is stopped; then the request can go.
   CloseChannel(request);
-  copy = *request;
+  copy = std::move(*request);  // the reply text moves, it is not copied again
   delete request;
   copy.handle = 0;
   currentAnswer_ = parsed ? &answer : nullptr;

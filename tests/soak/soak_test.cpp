@@ -7,6 +7,8 @@
 // clock reaches its due time, so thirty seconds of delay cost nothing and a
 // run is the same every time (a fixed seed).
 //
+// Beside it, the bytes a huge reply holds on its way.
+//
 // FC_SOAK_DEVICES sets the fleet's size (default 10,000; the sanitizer run
 // in CI uses a smaller one).
 #include <dlfcn.h>
@@ -31,6 +33,7 @@
 #include "platform/clock.h"
 #include "platform/controls.h"
 #include "platform/loop.h"
+#include "soak/heap_count.h"
 #include "text/encoding.h"
 
 namespace {
@@ -332,6 +335,37 @@ TEST_F(Soak, EveryAnswerOneRowThroughSwitchesCloseAndRestart) {
               n, traffic_.opened, traffic_.answered[kTextCommand] + traffic_.answered[kAttributeCommand],
               firstRows + static_cast<int>(tenth.size()), traffic_.answeredOffline.size(),
               traffic_.answeredMalformed.size(), virtualSeconds);
+}
+
+}  // namespace
+
+namespace {
+
+// A reply of 50 MB: the plug-in keeps one copy for the page, the log a cut
+// entry; what operator new holds on its way stays within two reply sizes.
+// (The parsed object's strings are jsoncpp's own malloc blocks, not counted.)
+TEST_F(Soak, AHugeReplyIsCopiedAtMostTwiceOnItsWay) {
+  constexpr size_t kReplyBytes = size_t{50} << 20;
+  constexpr double kMostCopies = 2;
+  {
+    const std::string reply = R"({"Error":0,"result":0,"Text":")" + std::string(kReplyBytes, 'x') + "\"}";
+    hostref::net::SetReply(Idno(0), reply);  // the host's own copy, made before the count
+  }
+  ASSERT_NO_FATAL_FAILURE(Load());
+  Show(kTypeText);
+  auto* text = dynamic_cast<plat::Edit*>(FindControl(host_, kTextBox));
+  ASSERT_NE(text, nullptr);
+  text->UserType("hi");
+  hostref::SetPickerAnswer(std::vector<int>{devices_[0]});
+  const long long before = heapcount::Live();
+  heapcount::ResetPeak();
+  ASSERT_TRUE(Click(kButtonBatchSet));
+  RunUntil([] { return false; });
+  const double copies = static_cast<double>(heapcount::Peak() - before) / kReplyBytes;
+  EXPECT_EQ(List().GetItemCount(), 1);
+  EXPECT_LE(copies, kMostCopies) << "bytes live on the reply's way, in reply sizes";
+  std::printf("a reply of %zu MiB: at most %.2f times its size live on its way\n", kReplyBytes >> 20, copies);
+  ASSERT_NO_FATAL_FAILURE(Unload());
 }
 
 }  // namespace
