@@ -141,7 +141,7 @@ std::vector<NETHANDLE> Platform::HeldHandles() {
 
 void Platform::WaitIdle() {
   std::unique_lock lock(mutex_);
-  done_.wait(lock, [&] { return timed_.empty() && running_ == 0; });
+  idle_.wait(lock, [&] { return timed_.empty() && running_ == 0; });
 }
 
 bool Platform::Idle() {
@@ -154,7 +154,7 @@ void Platform::Reset() {
   settings_ = Settings{};
   for (auto& [key, channel] : held_) channel->stage = Stage::Done;
   held_.clear();
-  done_.notify_all();
+  NotifyDone();
 }
 
 void Platform::SetOpenObserver(OpenObserver observer) {
@@ -249,7 +249,14 @@ void Platform::Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& cha
   channel->runner = {};
   --running_;
   channel->stage = Stage::Done;
-  done_.notify_all();
+  NotifyDone();
+}
+
+// Wakes who waits for a channel, and who waits for the network to be idle
+// once it is: a delivered answer wakes nobody who has no reason to look.
+void Platform::NotifyDone() {
+  if (channelWaiters_ > 0) done_.notify_all();
+  if (timed_.empty() && running_ == 0) idle_.notify_all();
 }
 
 // Tells the fault observer without holding the lock; the caller returns right after.
@@ -290,7 +297,7 @@ void Platform::Drop(Channel& channel) {
     return;
   }
   channel.stage = Stage::Done;
-  done_.notify_all();
+  NotifyDone();
 }
 
 ChannelPtr Platform::Find(NETHANDLE handle) const {
@@ -300,7 +307,9 @@ ChannelPtr Platform::Find(NETHANDLE handle) const {
 
 // Waits until the channel's answer is neither waiting in the timed queue nor running.
 void Platform::WaitDone(std::unique_lock<std::mutex>& lock, const Channel& channel) {
+  ++channelWaiters_;
   done_.wait(lock, [&] { return channel.stage != Stage::Timed && channel.stage != Stage::Running; });
+  --channelWaiters_;
 }
 
 }  // namespace netsim

@@ -111,7 +111,10 @@ class Platform {
 
   std::mutex mutex_;
   std::condition_variable work_;  // the timed queue changed, or the threads quit
-  std::condition_variable done_;  // an answer was delivered or dropped
+  std::condition_variable done_;  // an answer was delivered or dropped, while a channel's waiter waits
+  std::condition_variable idle_;  // no answer waits for its time or runs now
+  size_t channelWaiters_ = 0;     // threads waiting in WaitDone
+  void NotifyDone();
   Settings settings_;
   std::shared_ptr<const OpenObserver> observer_;
   std::shared_ptr<const AnswerObserver> answerObserver_;
