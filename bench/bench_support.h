@@ -83,6 +83,23 @@ inline void SendToEveryDevice(benchmark::State& state, const World& world,
   state.SetItemsProcessed(state.iterations() * devices);
 }
 
+// Registers a benchmark of process CPU time in milliseconds that runs for
+// minTime seconds, or exactly FC_BENCH_ITERATIONS times when that is set (to
+// count instructions under callgrind, where time means nothing).
+inline benchmark::internal::Benchmark* Add(const char* name, void (*fn)(benchmark::State&), double minTime,
+                                           bool processCpu = true) {
+  auto* b = benchmark::RegisterBenchmark(name, fn)->Unit(benchmark::kMillisecond);
+  if (processCpu) b->MeasureProcessCPUTime();
+  const char* fixed = std::getenv("FC_BENCH_ITERATIONS");
+  const int iterations = fixed ? std::atoi(fixed) : 0;
+  if (iterations > 0) {
+    b->Iterations(iterations);
+  } else {
+    b->MinTime(minTime);
+  }
+  return b;
+}
+
 // The console table, and the microseconds per item of every run, by name
 // ("BM_ResultRows/1000").
 class PerItemReporter : public benchmark::ConsoleReporter {

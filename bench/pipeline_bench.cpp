@@ -172,25 +172,11 @@ void BM_ResultRows(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * rows);
 }
 
-// FC_BENCH_ITERATIONS=N runs each benchmark exactly N times (for counting
-// instructions under callgrind, where time means nothing).
 void Register() {
-  const char* fixed = std::getenv("FC_BENCH_ITERATIONS");
-  const int iterations = fixed ? std::atoi(fixed) : 0;
-  const auto add = [&](const char* name, void (*fn)(benchmark::State&), double minTime, bool processCpu) {
-    auto* b = benchmark::RegisterBenchmark(name, fn)->Unit(benchmark::kMillisecond);
-    if (processCpu) b->MeasureProcessCPUTime();
-    if (iterations > 0) {
-      b->Iterations(iterations);
-    } else {
-      b->MinTime(minTime);
-    }
-    return b;
-  };
-  add("BM_Floor", BM_Floor, 0.5, true);
-  add("BM_FloorOld", BM_FloorOld, 0.5, true);
-  add("BM_Pipeline", BM_Pipeline, 1.0, true);
-  add("BM_ResultRows", BM_ResultRows, 0.5, false)->Arg(1000)->Arg(100000);
+  bench::Add("BM_Floor", BM_Floor, 0.5);
+  bench::Add("BM_FloorOld", BM_FloorOld, 0.5);
+  bench::Add("BM_Pipeline", BM_Pipeline, 1.0);
+  bench::Add("BM_ResultRows", BM_ResultRows, 0.5, false)->Arg(1000)->Arg(100000);
 }
 
 }  // namespace
