@@ -49,8 +49,11 @@ void BM_TextSend(benchmark::State& state) {
 }
 void BM_AttributeQuery(benchmark::State& state) { SendToAll(state, CDlgQueryDeviceAttr::kFunctionType, ctl::Get, 0); }
 
-BENCHMARK(BM_TextSend)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
-BENCHMARK(BM_AttributeQuery)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->MinTime(1.0);
+const bool kRegistered = [] {
+  bench::Add("BM_TextSend", BM_TextSend, 1.0);
+  bench::Add("BM_AttributeQuery", BM_AttributeQuery, 1.0);
+  return true;
+}();
 
 }  // namespace
 

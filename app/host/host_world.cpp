@@ -9,6 +9,7 @@
 #include "host/ref/hostref.h"
 #include "host/ref/run/terminals.h"
 #include "host/ref/run/wire.h"
+#include "lang/file_limit.h"
 #include "output.h"
 #include "platform/controls.h"
 #include "platform/loop.h"
@@ -35,7 +36,8 @@ void CALLBACK OnPointQuery(int32_t result, void* request, uintptr_t) {
 
 void CALLBACK OnShown(uintptr_t, int32_t*) {}
 
-bool Readable(const std::string& file) { return std::ifstream(file).good(); }
+// Opens, and ends within the language file's limit (read no further than it).
+bool Readable(const std::string& file) { return std::ifstream(file).good() && lang::LanguageFileFits(file); }
 
 // The picker's parameter record: its non-zero words, then both lists of attribute codes.
 std::string PickerLine(const std::vector<uint8_t>& param) {
@@ -127,7 +129,10 @@ bool HostWorld::Start(const HostOptions& options, std::string* error) {
   plat::MessageLoop::Instance().SetClock(&clock_);
   if (options.fixedTime) plat::SetFixedLocalTime(kFixedTime);
   if (!options.languageFile.empty() && !Readable(options.languageFile)) {
-    if (error) *error = "cannot read the language file " + options.languageFile + " (give a readable one with --lang)";
+    if (error) {
+      *error = "cannot read the language file " + options.languageFile + ", or it is larger than " +
+               std::to_string(lang::kMaxLanguageFileBytes >> 20) + " MiB (give a readable one with --lang)";
+    }
     return false;
   }
   if (!hostref::OpenDataDir(options.dataDir)) {

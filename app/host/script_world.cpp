@@ -2,7 +2,10 @@
 // simulated network, observation switches, time and help.
 #include <json/json.h>
 
+#include <fstream>
+
 #include "command_table.h"
+#include "lang/file_limit.h"
 #include "host/hostcore.h"
 #include "host/ref/hostref.h"
 #include "output.h"
@@ -25,7 +28,11 @@ void ScriptRunner::RegisterWorld() {
   commands_["lang"] = [this](const std::string& rest, const Context&) {
     if (rest.empty()) throw Error{"usage: lang FILE"};
     if (!world_.SetLanguage(rest)) {
-      throw Error{"cannot read the language file " + rest + "; the language stays as it was (data/lang/en.ini and "
+      const std::string what = std::ifstream(rest).good()
+                                   ? "the language file " + rest + " is larger than a language file may be (" +
+                                         std::to_string(lang::kMaxLanguageFileBytes >> 20) + " MiB)"
+                                   : "cannot read the language file " + rest;
+      throw Error{what + "; the language stays as it was (data/lang/en.ini and "
                   "data/lang/zh-CN.ini come with fleetcmd)"};
     }
   };

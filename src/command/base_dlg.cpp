@@ -21,6 +21,18 @@ bool IsParamInput(const plat::ControlSpec& entry) {
       return true;
   }
 }
+
+// The envelope's keys, kept by the envelope without a copy of their own.
+const Json::StaticString kEnvelopeSession("Session");
+const Json::StaticString kEnvelopeDevIdno("DevIDNO");
+const Json::StaticString kEnvelopeCommand("Command");
+
+// A parameter object as sent: compact JSON, and the empty text for null.
+std::string ParamText(const Json::Value& param) {
+  std::string text = txt::WriteCompactJson(param);
+  if (text == "null") text.clear();
+  return text;
+}
 }  // namespace
 
 CBaseDlg::CBaseDlg(int templateId)
@@ -115,7 +127,11 @@ void CBaseDlg::StartSend(int32_t commandType) {
   SaveInputs();
   EnableSendControls(FALSE);
   CommandType = commandType;
-  if (!BatchMode) sharedParam = GetParam();
+  if (!BatchMode) {
+    // One parameter for every device: its text is written once and shared by every request.
+    sharedParam = GetParam();
+    sharedParamText = ParamText(sharedParam);
+  }
   SetTimer(timer::Send, kFirstSendDelayMs);
 }
 
@@ -189,9 +205,8 @@ BOOL CBaseDlg::SendNext() {
   request->SetDevIdno(devIdno);
   request->owner = this;
 
-  std::string paramText;
-  paramText = BatchMode ? txt::WriteCompactJson(GetParam()) : txt::WriteCompactJson(sharedParam);
-  if (paramText == "null") paramText.clear();
+  const std::string batchParamText = BatchMode ? ParamText(GetParam()) : std::string();
+  const std::string& paramText = BatchMode ? batchParamText : sharedParamText;
 
   if (BatchMode) {
     request->itemIndex = batchPosition;
@@ -206,9 +221,9 @@ BOOL CBaseDlg::SendNext() {
   char session[kSessionChars + 1] = {};
   NETCLIENT_GetSession(session, kSessionChars);
   Json::Value envelope(Json::objectValue);
-  envelope["Session"] = session;
-  envelope["DevIDNO"] = devIdno;
-  envelope["Command"] = CommandType;
+  envelope[kEnvelopeSession] = session;
+  envelope[kEnvelopeDevIdno] = devIdno;
+  envelope[kEnvelopeCommand] = CommandType;
   const std::string envelopeText = txt::WriteCompactJson(envelope);
 
   PluginLog().WriteStrInfoEx(1, "CBaseDlg::SendInfoToDev Type:0x%04X Param:%s", static_cast<unsigned>(CommandType),

@@ -188,6 +188,7 @@ class CBaseDlg : public CDlgChildBase {
   std::deque<std::string> TargetQueue;
   std::set<CommandRequest*> RequestTable;
   Json::Value sharedParam;
+  std::string sharedParamText;  // sharedParam as every request carries it
   CMutexLock lock;
   // Reply objects parsed on the network thread, by request, until the page
   // takes them; kept only while a get is out (set under the lock as it sends).

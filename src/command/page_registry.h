@@ -2,7 +2,7 @@
 // and the function types it serves in one line beside its own code; the
 // hosting windows create pages from here.
 //
-//   const RegisterPage<CDlgSendText> kPage{{12}};
+//   const RegisterPage<CDlgSendText> kPage{12};
 //   const RegisterPage<CDlgNewCallName> kPage{{57}, PageHost::kFunctionPage};
 //
 // The page class gives its template as `static plat::DialogTemplate Layout()`;

@@ -36,6 +36,19 @@ int32_t ResultOf(const Json::Value& root) {
   return 0;
 }
 
+// The time column's text: rows added in the same instant share one formatting.
+const std::string& TimeText(const SYSTEMTIME& now) {
+  thread_local SYSTEMTIME last{};
+  thread_local std::string text;
+  thread_local bool formatted = false;
+  if (!formatted || std::memcmp(&last, &now, sizeof now) != 0) {
+    text = FormatSystemTime(now);
+    last = now;
+    formatted = true;
+  }
+  return text;
+}
+
 std::string VehicleText(const char* devIdno) {
   CVehicleFunc vehicle = CVehicleBaseMgr::FindVehicleFromDev(devIdno);
   CDevFunc device = CVehicleBaseMgr::FindDvsDeviceByIDNO(devIdno);
@@ -110,7 +123,7 @@ void CBaseDlg::OnReply(CommandRequest* request) {
   // The callback has stored its answer and is done with the request once its
   // channel is stopped; then the request can go.
   CloseChannel(request);
-  copy = *request;
+  copy = std::move(*request);  // the reply text moves, it is not copied again
   delete request;
   copy.handle = 0;
   currentAnswer_ = parsed ? &answer : nullptr;
@@ -143,7 +156,7 @@ void CBaseDlg::AddResultRow(CommandRequest& request) {
   const int number = list.GetItemCount() + 1;
   list.InsertItem(0, std::to_string(number));
   list.SetItemText(0, kColVehicle, VehicleText(request.devIdno));
-  list.SetItemText(0, kColTime, FormatSystemTime(plat::GetLocalTime()));
+  list.SetItemText(0, kColTime, TimeText(plat::GetLocalTime()));
   list.SetItemText(0, kColFunction, FormatStringMgr::Format808FunctionType(FunctionType, 0));
 
   std::string result;

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "host/hostcore.h"
+#include "lang/file_limit.h"
 
 namespace {
 constexpr const char* kSection = "STRING";
@@ -43,6 +44,7 @@ BOOL CLanguage::SetPath(const std::string& path) {
   std::lock_guard guard(lock_);
   if (path == path_) return FALSE;
   const FileStamp stamp = StampOf(path);
+  if (!lang::LanguageFileFits(path)) return FALSE;
   auto file = txt::ProfileFile::Load(path);
   if (!file) return FALSE;
   path_ = path;
@@ -65,7 +67,7 @@ std::string CLanguage::LanguageText(int id) {
   // A text not cached is read from the file as it is now.
   const FileStamp stamp = StampOf(path_);
   if (!file_ || stamp != fileStamp_) {
-    file_ = txt::ProfileFile::Load(path_);
+    file_ = lang::LanguageFileFits(path_) ? txt::ProfileFile::Load(path_) : std::nullopt;
     fileStamp_ = stamp;
   }
   if (!file_) return {};

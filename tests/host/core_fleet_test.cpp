@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include "host/hostcore.h"
@@ -40,6 +42,31 @@ TEST(Fleet, LoaderRejectsBadInputAndKeepsTheOldFleet) {
     EXPECT_STREQ(CVehicleBaseMgr::FindDvsDeviceByID(7).GetDevIDNOForChar(), "507") << c.what;
     EXPECT_FALSE(CUserPrivilegeManger::IsPrivilege(652)) << c.what;
   }
+}
+
+// A file that never ends, or one too large, is refused with a message and read no further than the limit.
+TEST(Fleet, FilesAboveTheLimitAreRefused) {
+  ASSERT_TRUE(hostref::LoadFleet(kTwoDeviceFleet));
+  const std::string big = testing::TempDir() + "fleet-too-big.json";
+  {
+    std::ofstream out(big, std::ios::binary);
+    out << R"({"vehicles":[)" << std::string(hostref::kMaxFleetFileBytes, ' ') << "]}";
+  }
+  for (const std::string& path : {std::string("/dev/zero"), big}) {
+    std::string error;
+    EXPECT_FALSE(hostref::LoadFleetFile(path, &error)) << path;
+    EXPECT_NE(error.find("larger than a fleet file may be"), std::string::npos) << path << ": " << error;
+    EXPECT_STREQ(CVehicleBaseMgr::FindDvsDeviceByID(7).GetDevIDNOForChar(), "507") << path;
+  }
+  {
+    const std::string head = R"({"vehicles":[)", tail = "]}";
+    std::ofstream out(big, std::ios::binary | std::ios::trunc);
+    out << head << std::string(hostref::kMaxFleetFileBytes - head.size() - tail.size(), ' ') << tail;
+  }
+  std::string error;
+  EXPECT_TRUE(hostref::LoadFleetFile(big, &error)) << "a file of the limit's size is read: " << error;
+  std::filesystem::remove(big);
+  ASSERT_TRUE(hostref::LoadFleet(kTwoDeviceFleet));
 }
 
 TEST(Fleet, LooksUpDevicesByIdAndNumber) {

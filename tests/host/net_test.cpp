@@ -11,6 +11,7 @@
 #include <optional>
 #include <stdexcept>
 #include <thread>
+#include <vector>
 
 #include "host/hostnet.h"
 #include "host/ref/hostref.h"
@@ -203,6 +204,26 @@ TEST_F(NetChannels, RefusedStepsAndCounts) {
   for (NETHANDLE h : {a, b}) EXPECT_EQ(NETCLIENT_MNCloseNormalCmd(h), 0);
   EXPECT_NE(NETCLIENT_MNCloseNormalCmd(a), 0) << "a closed channel is gone";
   EXPECT_EQ(net::OpenChannels(), open);
+}
+
+// A long run does not grow the record of what was sent: the newest requests stay, in order.
+TEST_F(NetChannels, TheRecordOfSentRequestsKeepsTheNewest) {
+  net::ClearSent();
+  constexpr size_t kExtra = 3;
+  std::vector<NETHANDLE> handles;
+  for (size_t i = 0; i < net::kMaxSentKept + kExtra; ++i) {
+    NETHANDLE handle = 0;
+    ASSERT_EQ(NETCLIENT_MNOpenNormalCmd(&handle, "1", "{}", std::to_string(i).c_str()), 0);
+    handles.push_back(handle);
+    NETCLIENT_MNCloseNormalCmd(handle);
+  }
+  const auto sent = net::Sent();
+  ASSERT_EQ(sent.size(), net::kMaxSentKept);
+  EXPECT_EQ(sent.front().handle, handles[kExtra]);
+  EXPECT_EQ(sent.front().param, std::to_string(kExtra));
+  EXPECT_EQ(sent.back().handle, handles.back());
+  net::ClearSent();
+  EXPECT_TRUE(net::Sent().empty());
 }
 
 TEST_F(NetHeld, ReleasedOneAtATimeInOrder) {

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "lang/app_path.h"
+#include "lang/file_limit.h"
 #include "lang/language.h"
 #include "lang/path_manager.h"
 
@@ -57,6 +58,23 @@ TEST_F(LangTest, PathAndCacheRules) {
   EXPECT_EQ(lang.LanguageText(11004), std::string(258, 'x'));
   EXPECT_TRUE(lang.SetPath(Write("bad.ini", "\x01\x02 not a profile [[[")));
   EXPECT_EQ(lang.LanguageText(11004), "");
+}
+
+// A file above the limit, or one that never ends, is refused and the old texts stay.
+TEST_F(LangTest, FilesAboveTheLimitAreRefused) {
+  CLanguage& table = CLanguage::Instance();
+  const std::string a = Write("a.ini", "[STRING]\n11004=Set\n");
+  ASSERT_TRUE(table.SetPath(a));
+  const std::string big = Write("big.ini", "[STRING]\n11004=Big\n;" + std::string(lang::kMaxLanguageFileBytes, 'x'));
+  for (const std::string& path : {big, std::string("/dev/zero")}) {
+    EXPECT_FALSE(lang::LanguageFileFits(path)) << path;
+    EXPECT_FALSE(table.SetPath(path)) << path;
+    EXPECT_EQ(table.Path(), a) << path;
+    EXPECT_EQ(table.LanguageText(11004), "Set") << path;
+  }
+  fs::resize_file(big, lang::kMaxLanguageFileBytes);
+  EXPECT_TRUE(table.SetPath(big)) << "a file of the limit's size is read";
+  EXPECT_EQ(table.LanguageText(11004), "Big");
 }
 
 TEST_F(LangTest, AppPathFromAppPathIni) {

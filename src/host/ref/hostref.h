@@ -3,6 +3,7 @@
 // The plug-in itself never includes this header.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -18,6 +19,8 @@ namespace hostref {
 // Replaces the fleet model with a JSON text (format in docs/fleet.md);
 // false and an explanation in *error when the text is not a fleet.
 bool LoadFleet(const std::string& json, std::string* error = nullptr);
+// A fleet file larger than kMaxFleetFileBytes is refused unread beyond that.
+constexpr size_t kMaxFleetFileBytes = size_t{32} << 20;
 bool LoadFleetFile(const std::string& path, std::string* error = nullptr);
 // The built-in fleet.
 void LoadDefaultFleet();
@@ -91,9 +94,18 @@ void SetPickerFallback(std::function<std::optional<std::vector<int>>()> fallback
 
 // ---- hostlog ------------------------------------------------------------------
 
-// Lines logged since the last clear, as "level|module|text".
+// An entry longer than this is cut and ends with " ...[cut, N bytes]".
+constexpr size_t kMaxLogEntryBytes = 16384;
+// A log file that would grow past this is renamed <module>.log.1 (replacing
+// the previous one) and a new one begins.
+constexpr size_t kMaxLogFileBytes = size_t{8} << 20;
+// Lines logged since the last clear, as "level|module|text"; the newest
+// 100,000 and at most 32 MiB of them.
 std::vector<std::string> LogLines();
 void ClearLog();
+// Lines below this level (0 detail, 1 information, 2 error) are dropped
+// before they are formatted; 0, the default, keeps every line.
+void SetLogLevel(int level);
 // Directory for log files; empty keeps lines in memory only.
 void SetLogDir(const std::string& dir);
 // Called with every line logged, on the thread that logged it, outside the log's lock.
@@ -182,10 +194,13 @@ void SetFaultObserver(std::function<void(const std::string& devIdno, const char*
 using AnswerObserver = std::function<void(const SentRequest& request, int status, const char* reply)>;
 void SetAnswerObserver(AnswerObserver observer);
 
+// Requests opened since the last clear, oldest first: the newest kMaxSentKept
+// of them (a channel itself is forgotten once its owner closes it).
+constexpr size_t kMaxSentKept = 20000;
 std::vector<SentRequest> Sent();
 void ClearSent();
 
-// The alarm service's requests: answered like command requests to the device
+// The alarm service's requests (the newest kMaxSentKept): answered like command requests to the device
 // the record names (delays, statuses, reply texts, held mode), default success.
 // An answer's result is its network status, else "Error"/"result" of its text.
 std::vector<AlarmRequest> AlarmRequests();

@@ -73,13 +73,13 @@ void CAlarmHandlingPage::HandleCurrent() {
 
 LRESULT CAlarmHandlingPage::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
   if (msg == kAnswerMessage) {
-    OnAnswer(wParam);
+    OnServiceAnswer(wParam);
     return 0;
   }
   return CBaseDlg::WindowProc(msg, wParam, lParam);
 }
 
-void CAlarmHandlingPage::OnAnswer(WPARAM wParam) {
+void CAlarmHandlingPage::OnServiceAnswer(WPARAM wParam) {
   void* answer = call_.Take(wParam);
   if (!running_) {
     if (answer) NETCLIENT_MCReleaseMsg(answer);

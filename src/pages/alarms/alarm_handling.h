@@ -51,7 +51,7 @@ class CAlarmHandlingPage : public CBaseDlg {
 
  private:
   void HandleCurrent();
-  void OnAnswer(WPARAM wParam);
+  void OnServiceAnswer(WPARAM wParam);  // the alarm service answered the item being handled
   void Finish();
   void ChoosePreset(int index);
 

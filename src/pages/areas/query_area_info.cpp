@@ -15,7 +15,7 @@
 
 namespace {
 using C = CDlgQueryAreaInfo;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr const char* kKeyType = "Type";
 constexpr uint32_t kListStyle = 0x01 | 0x04 | 0x20;  // grid lines, check boxes, full-row selection

@@ -12,7 +12,7 @@
 
 namespace {
 using C = CDlgQueryAreaAndLine;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr const char *kKeyKind = "ATPYE", *kKeyIds = "IDS";
 // The radios in kind order (circle, rectangle, polygon, route).

@@ -8,7 +8,7 @@
 
 namespace {
 using C = CDlgSetupCircle;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 }  // namespace
 
 const CAreaPageBase::Shape CDlgSetupCircle::kShape{kTemplate, kCommand, true, true, kBatchSize};

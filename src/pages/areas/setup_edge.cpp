@@ -9,7 +9,7 @@
 
 namespace {
 using C = CDlgSetupEdge;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 constexpr size_t kFirstCorner = 0, kSecondCorner = 1;
 
 // Both corners of a rectangle's coordinate list.

@@ -9,7 +9,7 @@
 
 namespace {
 using C = CDlgSetupPoligon;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 constexpr int kOnePolygon = 1;
 }  // namespace
 

@@ -18,7 +18,7 @@
 
 namespace {
 using C = CDlgSetupThread;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 namespace key {
 constexpr const char *kPointId = "PID", *kSegmentId = "LID", *kWidth = "LW", *kSegmentAttr = "LDA",

@@ -9,7 +9,7 @@
 
 namespace {
 using C = CDlgCarCtrl;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 namespace key {
 constexpr const char *kFlag = "CTLA", *kType = "Type";

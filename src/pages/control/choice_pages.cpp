@@ -4,9 +4,9 @@
 #include "command/page_template.h"
 
 namespace {
-const RegisterPage<CDlgXjCarCtrl> kXjCarCtrl{{CDlgXjCarCtrl::kFunctionType}};
-const RegisterPage<CDlgSetupOtherCtrl> kOtherCtrl{{CDlgSetupOtherCtrl::kFunctionType}};
-const RegisterPage<CDlgSetupAlarmCtrl> kAlarmCtrl{{CDlgSetupAlarmCtrl::kFunctionType}};
+const RegisterPage<CDlgXjCarCtrl> kXjCarCtrl{CDlgXjCarCtrl::kFunctionType};
+const RegisterPage<CDlgSetupOtherCtrl> kOtherCtrl{CDlgSetupOtherCtrl::kFunctionType};
+const RegisterPage<CDlgSetupAlarmCtrl> kAlarmCtrl{CDlgSetupAlarmCtrl::kFunctionType};
 
 namespace key {
 constexpr const char *kControl = "CTLA", *kCommand = "Command";

@@ -17,7 +17,7 @@
 namespace {
 using C = CDlgGatherRecord;
 using recorder::Edition;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 namespace key {
 constexpr const char *kVersion = "VER", *kWord = "CDID", *kBegin = "TIMB", *kEnd = "TIME", *kBlocks = "LEN";

@@ -3,6 +3,6 @@
 #include "command/page_registry.h"
 
 namespace {
-const RegisterPage<CDlgLinkCheck> kLinkCheck{{CDlgLinkCheck::kFunctionType}};
-const RegisterPage<CDlgReportingDriver> kReportingDriver{{CDlgReportingDriver::kFunctionType}};
+const RegisterPage<CDlgLinkCheck> kLinkCheck{CDlgLinkCheck::kFunctionType};
+const RegisterPage<CDlgReportingDriver> kReportingDriver{CDlgReportingDriver::kFunctionType};
 }  // namespace

@@ -11,7 +11,7 @@
 
 namespace {
 using C = CDlgOilAndElec;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 namespace key {
 constexpr const char *kState = "STA", *kTime = "DTM";

@@ -9,7 +9,7 @@
 
 namespace {
 using C = CDlgPosTrack;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 namespace key {
 constexpr const char *kInterval = "TIBT", *kValidity = "POTR", *kAttr = "ATTR";

@@ -11,8 +11,8 @@
 #include "text/numbers.h"
 
 namespace {
-const RegisterPage<CDlgCDMAData> kCdmaData{{CDlgCDMAData::kFunctionType}};
-const RegisterPage<CDlgRSA> kRsa{{CDlgRSA::kFunctionType}};
+const RegisterPage<CDlgCDMAData> kCdmaData{CDlgCDMAData::kFunctionType};
+const RegisterPage<CDlgRSA> kRsa{CDlgRSA::kFunctionType};
 
 namespace key {
 constexpr const char *kType = "CMT", *kContent = "CMC", *kExponent = "E", *kModulus = "N_S";

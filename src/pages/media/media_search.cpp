@@ -16,7 +16,7 @@
 
 namespace {
 using C = CDlgMediaSearch;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr const char* kKeyItems = "Item";
 constexpr const char* kLineBreak = "\r\n";

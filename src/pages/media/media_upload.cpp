@@ -8,7 +8,7 @@
 
 namespace {
 using C = CDlgMediaUpload;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr const char* kKeyDelete = "DELA";
 constexpr CMediaFilterPage::Controls kFilter{C::kChannelEdit, C::kTypeCombo, C::kEventCombo, C::kStartDate,

@@ -11,7 +11,7 @@
 
 namespace {
 using C = CDlgSingleMediaUpload;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0x4;
 namespace key {

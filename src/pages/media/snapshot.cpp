@@ -15,7 +15,7 @@
 
 namespace {
 using C = CDlgSetupSnapShot;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0xE06;
 

@@ -10,7 +10,7 @@
 
 namespace {
 using C = CDlgSound;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0x4;
 

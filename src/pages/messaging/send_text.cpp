@@ -13,7 +13,7 @@
 
 namespace {
 using C = CDlgSendText;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0x403;
 constexpr int kTypeNoticeValue = 1, kTypeServiceValue = 2;

@@ -12,7 +12,7 @@
 
 namespace {
 using C = CDlgTaxiIcBlacklist;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0x200;
 constexpr const char* kFullWidthComma = "\xEF\xBC\x8C";  // U+FF0C

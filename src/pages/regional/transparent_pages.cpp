@@ -17,10 +17,10 @@ using S = CDlgHBExternalScreen;
 using D = CDlgHBDriverIdentity;
 using W = CDlgHBElectronicWaybill;
 using R = CTransparentRecordPage;
-const RegisterPage<L> kLight{{L::kFunctionType}};
-const RegisterPage<S> kScreen{{S::kFunctionType}};
-const RegisterPage<D> kDriver{{D::kFunctionType}};
-const RegisterPage<W> kWaybill{{W::kFunctionType}};
+const RegisterPage<L> kLight{L::kFunctionType};
+const RegisterPage<S> kScreen{S::kFunctionType};
+const RegisterPage<D> kDriver{D::kFunctionType};
+const RegisterPage<W> kWaybill{W::kFunctionType};
 
 constexpr int kWaybillFields[W::kFields] = {W::kSite, W::kArea, W::kRoute, W::kPermit, W::kProject};
 constexpr int kWaybillTexts[W::kFields] = {W::kTextSite, W::kTextArea, W::kTextRoute, W::kTextPermit, W::kTextProject};

@@ -6,7 +6,7 @@
 
 namespace {
 using C = CDlgSetupConSer;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 4;
 constexpr const char* kConnectionKey = "COCT";

@@ -9,8 +9,8 @@
 #include "text/numbers.h"
 
 namespace {
-const RegisterPage<CDlgLimitdrive> kBanPage{{CDlgLimitdrive::kFunctionType}};
-const RegisterPage<CDlgNightdrive> kNightPage{{CDlgNightdrive::kFunctionType}};
+const RegisterPage<CDlgLimitdrive> kBanPage{CDlgLimitdrive::kFunctionType};
+const RegisterPage<CDlgNightdrive> kNightPage{CDlgNightdrive::kFunctionType};
 
 std::string Number(int value, int unitText) { return std::to_string(value) + LanguageText(unitText); }
 }  // namespace

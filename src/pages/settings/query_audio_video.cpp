@@ -7,7 +7,7 @@
 
 namespace {
 using C = CDlgQueryAudioVideo;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 // Reply keys.
 constexpr const char *kKeyAudioCoding = "ACODE", *kKeyAudioChannels = "ACHN", *kKeySampleRate = "ASR",

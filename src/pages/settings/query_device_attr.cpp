@@ -13,7 +13,7 @@
 
 namespace {
 using C = CDlgQueryDeviceAttr;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 // Reply keys and the most bytes the terminal's record holds for each text.
 struct TextKey {

@@ -5,7 +5,7 @@
 
 namespace {
 using C = CDlgSetupUpGrade;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr size_t kMakerChars = 10;
 constexpr C::TextField kFields[] = {

@@ -8,7 +8,7 @@
 
 namespace {
 using C = CDlgSetupUpGrade905;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0x300;
 constexpr const char* kTypeKey = "DTYPE";

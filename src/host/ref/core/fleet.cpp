@@ -257,15 +257,27 @@ bool LoadFleet(const std::string& json, std::string* error) {
   return true;  // the old fleet is freed here, outside the lock
 }
 
+// Read in blocks up to the limit, so that a device or a pipe that never ends
+// (/dev/zero) is refused as soon as it passed the limit.
 bool LoadFleetFile(const std::string& path, std::string* error) {
   std::ifstream file(path, std::ios::binary);
   if (!file) {
     if (error) *error = "cannot read " + path;
     return false;
   }
-  std::ostringstream text;
-  text << file.rdbuf();
-  return LoadFleet(text.str(), error);
+  constexpr size_t kBlock = 64 * 1024;
+  std::string text;
+  while (file && text.size() <= kMaxFleetFileBytes) {
+    const size_t at = text.size();
+    text.resize(at + kBlock);
+    file.read(text.data() + at, kBlock);
+    text.resize(at + static_cast<size_t>(file.gcount()));
+  }
+  if (text.size() > kMaxFleetFileBytes) {
+    if (error) *error = "the file is larger than a fleet file may be (" + std::to_string(kMaxFleetFileBytes >> 20) + " MiB)";
+    return false;
+  }
+  return LoadFleet(text, error);
 }
 
 std::vector<int> DeviceIds() {

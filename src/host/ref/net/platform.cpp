@@ -47,7 +47,7 @@ bool Platform::Open(const std::string& devIdno, const std::string& envelope, con
       if (settings_.RuleOf(devIdno).failOpen) ReportFault(lock, devIdno, "open");
       return false;
     }
-    sent_.push_back(channel->request);
+    Remember(channel->request);
     observer = observer_;
   }
   *handle = channel->request.handle;
@@ -64,6 +64,7 @@ bool Platform::OpenAlarm(hostref::AlarmRequest request, NETHANDLE* handle) {
     if (!AddChannel(channel)) return false;
     request.handle = channel->request.handle;
     alarms_.push_back(request);
+    if (alarms_.size() > hostref::net::kMaxSentKept) alarms_.pop_front();
     observer = alarmObserver_;
   }
   *handle = request.handle;
@@ -140,7 +141,7 @@ std::vector<NETHANDLE> Platform::HeldHandles() {
 
 void Platform::WaitIdle() {
   std::unique_lock lock(mutex_);
-  done_.wait(lock, [&] { return timed_.empty() && running_ == 0; });
+  idle_.wait(lock, [&] { return timed_.empty() && running_ == 0; });
 }
 
 bool Platform::Idle() {
@@ -153,7 +154,7 @@ void Platform::Reset() {
   settings_ = Settings{};
   for (auto& [key, channel] : held_) channel->stage = Stage::Done;
   held_.clear();
-  done_.notify_all();
+  NotifyDone();
 }
 
 void Platform::SetOpenObserver(OpenObserver observer) {
@@ -176,22 +177,28 @@ void Platform::SetAlarmObserver(AlarmObserver observer) {
 
 std::vector<hostref::AlarmRequest> Platform::AlarmRequests() {
   std::lock_guard lock(mutex_);
-  return alarms_;
+  return {alarms_.begin(), alarms_.end()};
 }
 
 void Platform::ClearAlarmRequests() {
-  std::vector<hostref::AlarmRequest> freed;
+  std::deque<hostref::AlarmRequest> freed;
   std::lock_guard lock(mutex_);
   freed.swap(alarms_);
 }
 
+// The record of sent requests keeps the newest; a long run does not grow with it.
+void Platform::Remember(const hostref::SentRequest& request) {
+  sent_.push_back(request);
+  if (sent_.size() > hostref::net::kMaxSentKept) sent_.pop_front();
+}
+
 std::vector<hostref::SentRequest> Platform::Sent() {
   std::lock_guard lock(mutex_);
-  return sent_;
+  return {sent_.begin(), sent_.end()};
 }
 
 void Platform::ClearSent() {
-  std::vector<hostref::SentRequest> freed;
+  std::deque<hostref::SentRequest> freed;
   std::lock_guard lock(mutex_);
   freed.swap(sent_);
 }
@@ -242,7 +249,14 @@ void Platform::Deliver(std::unique_lock<std::mutex>& lock, const ChannelPtr& cha
   channel->runner = {};
   --running_;
   channel->stage = Stage::Done;
-  done_.notify_all();
+  NotifyDone();
+}
+
+// Wakes who waits for a channel, and who waits for the network to be idle
+// once it is: a delivered answer wakes nobody who has no reason to look.
+void Platform::NotifyDone() {
+  if (channelWaiters_ > 0) done_.notify_all();
+  if (timed_.empty() && running_ == 0) idle_.notify_all();
 }
 
 // Tells the fault observer without holding the lock; the caller returns right after.
@@ -283,7 +297,7 @@ void Platform::Drop(Channel& channel) {
     return;
   }
   channel.stage = Stage::Done;
-  done_.notify_all();
+  NotifyDone();
 }
 
 ChannelPtr Platform::Find(NETHANDLE handle) const {
@@ -293,7 +307,9 @@ ChannelPtr Platform::Find(NETHANDLE handle) const {
 
 // Waits until the channel's answer is neither waiting in the timed queue nor running.
 void Platform::WaitDone(std::unique_lock<std::mutex>& lock, const Channel& channel) {
+  ++channelWaiters_;
   done_.wait(lock, [&] { return channel.stage != Stage::Timed && channel.stage != Stage::Running; });
+  --channelWaiters_;
 }
 
 }  // namespace netsim

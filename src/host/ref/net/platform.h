@@ -13,6 +13,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <deque>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -110,18 +111,22 @@ class Platform {
 
   std::mutex mutex_;
   std::condition_variable work_;  // the timed queue changed, or the threads quit
-  std::condition_variable done_;  // an answer was delivered or dropped
+  std::condition_variable done_;  // an answer was delivered or dropped, while a channel's waiter waits
+  std::condition_variable idle_;  // no answer waits for its time or runs now
+  size_t channelWaiters_ = 0;     // threads waiting in WaitDone
+  void NotifyDone();
   Settings settings_;
   std::shared_ptr<const OpenObserver> observer_;
   std::shared_ptr<const AnswerObserver> answerObserver_;
   std::shared_ptr<const FaultObserver> faultObserver_;
   void ReportFault(std::unique_lock<std::mutex>& lock, const std::string& devIdno, const char* step);
   std::shared_ptr<const AlarmObserver> alarmObserver_;
-  std::vector<hostref::AlarmRequest> alarms_;
+  std::deque<hostref::AlarmRequest> alarms_;  // the newest kMaxSentKept alarm requests
   std::unordered_map<NETHANDLE, ChannelPtr> channels_;
   std::map<TimedKey, ChannelPtr> timed_;
   std::map<uint64_t, ChannelPtr> held_;
-  std::vector<hostref::SentRequest> sent_;
+  std::deque<hostref::SentRequest> sent_;  // the newest kMaxSentKept requests
+  void Remember(const hostref::SentRequest& request);
   NETHANDLE nextHandle_ = 1;
   uint64_t nextOrder_ = 0;
   size_t running_ = 0;  // callbacks running now

@@ -9,8 +9,8 @@
 #include "pages/messaging/encode_text.h"
 
 namespace {
-const RegisterPage<CDlgCallPhone> kPage{{CDlgCallPhone::kFunctionType}};
-const RegisterPage<CDlgCallPhone905> kPage905{{CDlgCallPhone905::kFunctionType}};
+const RegisterPage<CDlgCallPhone> kPage{CDlgCallPhone::kFunctionType};
+const RegisterPage<CDlgCallPhone905> kPage905{CDlgCallPhone905::kFunctionType};
 
 constexpr uint8_t kCallKindMask = 0x0F;
 

@@ -14,7 +14,7 @@ const CEventListPage::Kind kKind{
     .startType = C::kAppend, .idKey = "INTY", .sendsCount = false, .configId = C::kConfigId,
     .itemsGroup = C::kItemsGroup, .itemsText = C::kTextItems, .itemsCaption = "信息项",
     .rowLabelText = 0, .hintText = C::kTextHint};
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 }  // namespace
 
 plat::DialogTemplate CDlgInfoOnDemand::Layout() {

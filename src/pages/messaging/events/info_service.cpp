@@ -9,7 +9,7 @@
 
 namespace {
 using C = CDlgInfoService;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0x1;
 constexpr const char* kStartType = "0";

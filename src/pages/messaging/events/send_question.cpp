@@ -13,7 +13,7 @@
 
 namespace {
 using C = CDlgSendQuition;
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 
 constexpr uint32_t kDeviceKinds = 0x401;
 constexpr uint8_t kBitUrgent = 1 << 0, kBitTts = 1 << 3, kBitAdScreen = 1 << 4;

@@ -13,7 +13,7 @@ const CEventListPage::Kind kKind{
     .startType = C::kDeleteAll, .idKey = "EVID", .sendsCount = true, .configId = C::kConfigId,
     .itemsGroup = C::kItemsGroup, .itemsText = C::kTextEvents, .itemsCaption = "事件项",
     .rowLabelText = C::kTextEventId, .hintText = 0};
-const RegisterPage<C> kPage{{C::kFunctionType}};
+const RegisterPage<C> kPage{C::kFunctionType};
 }  // namespace
 
 plat::DialogTemplate CDlgSetupEvent::Layout() {

@@ -19,8 +19,8 @@
 
 namespace {
 using C = CPhoneBookPage;
-const RegisterPage<CDlgSetupPhone> kPage{{CDlgSetupPhone::kFunctionType}};
-const RegisterPage<CDlgSetupPhone905> kPage905{{CDlgSetupPhone905::kFunctionType}};
+const RegisterPage<CDlgSetupPhone> kPage{CDlgSetupPhone::kFunctionType};
+const RegisterPage<CDlgSetupPhone905> kPage905{CDlgSetupPhone905::kFunctionType};
 
 constexpr SettingTypeRadio kRadios[] = {{C::kRadioDeleteAll, C::kDeleteAll},
                                         {C::kRadioUpdate, C::kUpdate},
