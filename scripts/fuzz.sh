@@ -16,6 +16,7 @@ build=$root/build-fuzz
 
 "$root/scripts/install-packages.sh" clang libclang-rt-14-dev cmake ninja-build pkg-config libjsoncpp-dev \
   libsqlite3-dev libxlsxwriter-dev libedit-dev
+"$root/scripts/install-packages.sh" --no-recommends libasio-dev  # the gateway the script host links, without Boost
 
 launcher=()
 command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
