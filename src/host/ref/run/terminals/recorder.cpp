@@ -39,7 +39,6 @@ constexpr Seconds kMinute = 60, kHour = 3600, kDay = 86400;
 constexpr int kDays = 8;
 constexpr int kSamplesPerMinute = 60, kAccidentSamples = 100, kSpeedStatusSeconds = 60;
 constexpr Seconds kOvertime = 4 * kHour;
-constexpr int kSignals = 8, kSignalsOn = 0x03;
 constexpr int kLogin = 1, kLogout = 2, kPowerOn = 1, kPowerOff = 2, kSpeedNormal = 1, kSpeedAbnormal = 2;
 
 // ---- time ---------------------------------------------------------------------------
