@@ -164,12 +164,7 @@ class Session : public std::enable_shared_from_this<Session> {
   // Sends a message to the terminal; the serial number of its first frame.
   // Throws jt808::BodyError when the message cannot be framed.
   uint16_t Send(uint16_t id, ByteView body) {
-    jt808::Header header;
-    header.id = id;
-    header.edition = edition_;
-    header.version = edition_ == Edition::k2019 ? jt808::kVersion2019 : 0;
-    header.phone = phone_;
-    header.serial = serial_;
+    const jt808::Header header = jt808::MessageHeader(id, edition_, phone_, serial_);
     std::vector<Bytes> frames = jt808::EncodeMessage(header, body);
     const uint16_t first = serial_;
     serial_ = static_cast<uint16_t>(serial_ + frames.size());

@@ -29,6 +29,16 @@ std::string TrimZeros(std::string digits) {
 }
 }  // namespace
 
+Header MessageHeader(uint16_t id, Edition edition, const std::string& phone, uint16_t serial) {
+  Header header;
+  header.id = id;
+  header.edition = edition;
+  header.version = edition == Edition::k2019 ? kVersion2019 : 0;
+  header.phone = phone;
+  header.serial = serial;
+  return header;
+}
+
 Bytes EncodeFrame(const Frame& frame) {
   const Header& h = frame.header;
   if (frame.body.size() > kMaxPackageBody) throw BodyError("body of " + std::to_string(frame.body.size()) + " bytes");

@@ -36,6 +36,10 @@ struct Header {
   uint16_t package = 0;   // this package's number, from 1
 };
 
+// The header of a message to or from a terminal of the edition (the 2019
+// edition's protocol version included).
+Header MessageHeader(uint16_t id, Edition edition, const std::string& phone, uint16_t serial);
+
 struct Frame {
   Header header;
   Bytes body;

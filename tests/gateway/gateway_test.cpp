@@ -65,12 +65,7 @@ class RawTerminal {
   bool Connected() const { return connected_; }
 
   uint16_t Send(uint16_t id, const Bytes& body) {
-    jt808::Header header;
-    header.id = id;
-    header.edition = edition_;
-    header.version = edition_ == Edition::k2019 ? jt808::kVersion2019 : 0;
-    header.phone = phone_;
-    header.serial = serial_;
+    const jt808::Header header = jt808::MessageHeader(id, edition_, phone_, serial_);
     const uint16_t first = serial_;
     for (const Bytes& frame : jt808::EncodeMessage(header, body)) {
       ++serial_;

@@ -222,12 +222,7 @@ class Terminal : public std::enable_shared_from_this<Terminal> {
   }
 
   uint16_t Send(uint16_t id, ByteView body) {
-    jt808::Header header;
-    header.id = id;
-    header.edition = edition_;
-    header.version = edition_ == Edition::k2019 ? jt808::kVersion2019 : 0;
-    header.phone = phone_;
-    header.serial = serial_;
+    const jt808::Header header = jt808::MessageHeader(id, edition_, phone_, serial_);
     std::vector<Bytes> frames;
     try {
       frames = jt808::EncodeMessage(header, body);

@@ -28,16 +28,6 @@ std::optional<Frame> Receive(const std::vector<Bytes>& frames) {
   return message;
 }
 
-jt808::Header HeaderFor(const std::string& phone, Edition edition, uint16_t id, uint16_t serial) {
-  jt808::Header header;
-  header.id = id;
-  header.edition = edition;
-  header.version = edition == Edition::k2019 ? jt808::kVersion2019 : 0;
-  header.phone = phone;
-  header.serial = serial;
-  return header;
-}
-
 std::optional<int> CommandOf(const std::string& envelope) {
   Json::Value value;
   if (!txt::ParseJson(envelope, value)) return std::nullopt;
@@ -106,11 +96,11 @@ std::optional<std::string> ThroughWire(const SentRequest& request) {
     return NoTerminalMessageReply();
   }
   const uint16_t serial = g_serial.fetch_add(1);
-  const auto atTerminal = Receive(jt808::EncodeMessage(HeaderFor(*phone, edition, out.id, serial), out.body));
+  const auto atTerminal = Receive(jt808::EncodeMessage(jt808::MessageHeader(out.id, edition, *phone, serial), out.body));
   if (!atTerminal) return std::nullopt;
 
   const Message answer = TerminalAnswer(request.devIdno, *atTerminal);
-  const auto atPlatform = Receive(jt808::EncodeMessage(HeaderFor(*phone, edition, answer.id, serial), answer.body));
+  const auto atPlatform = Receive(jt808::EncodeMessage(jt808::MessageHeader(answer.id, edition, *phone, serial), answer.body));
   if (!atPlatform) return std::nullopt;
   jt808::AnswerContext context{serial, out.id, *command, edition, &param};
   try {
