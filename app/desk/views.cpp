@@ -50,7 +50,7 @@ QRect Placement(const plat::Window& model) {
   const auto* dialog = dynamic_cast<const plat::Dialog*>(model.GetParent());
   const plat::DialogTemplate* tmpl = dialog ? plat::templates::Find(dialog->TemplateId()) : nullptr;
   if (tmpl && dynamic_cast<const plat::Control*>(&model)) {
-    for (const plat::ControlSpec& entry : tmpl->controls) {
+    for (const plat::ControlEntry& entry : tmpl->controls) {
       if (entry.id != model.GetDlgCtrlID()) continue;
       if (entry.rect == r) r = {plat::s(r.left), plat::t(r.top), plat::s(r.right), plat::t(r.bottom)};
       break;

@@ -10,7 +10,7 @@
 
 namespace {
 // The controls a user fills in: everything but statics, frames and the send buttons.
-bool IsParamInput(const plat::ControlSpec& entry) {
+bool IsParamInput(const plat::ControlEntry& entry) {
   switch (entry.kind) {
     case plat::ControlKind::Static:
     case plat::ControlKind::GroupBox:
@@ -61,7 +61,7 @@ void CBaseDlg::EnableSendControls(BOOL enable) {
 void CBaseDlg::EnableParamControls(BOOL enable) {
   const plat::DialogTemplate* dialog = plat::templates::Find(TemplateId());
   if (!dialog) return;
-  for (const plat::ControlSpec& entry : dialog->controls) {
+  for (const plat::ControlEntry& entry : dialog->controls) {
     if (IsParamInput(entry)) EnableItem(entry.id, enable != FALSE);
   }
 }

@@ -54,7 +54,7 @@ int FrameHit(const RECT& r, POINT p, int margin) {
 
 BOOL CDialogBase::OnInitDialog() {
   if (const plat::DialogTemplate* dialog = plat::templates::Find(TemplateId())) {
-    for (const plat::ControlSpec& entry : dialog->controls) {
+    for (const plat::ControlEntry& entry : dialog->controls) {
       if (entry.textId != 0) SetItemText(entry.id, LanguageText(entry.textId));
     }
   }

@@ -6,8 +6,8 @@ namespace row {
 namespace {
 using plat::ControlKind;
 
-ControlSpec Captioned(ControlKind kind, int id, const char* caption, RECT rect, int text, uint32_t styles) {
-  ControlSpec entry;
+ControlEntry Captioned(ControlKind kind, int id, const char* caption, RECT rect, int text, uint32_t styles) {
+  ControlEntry entry;
   entry.id = id;
   entry.kind = kind;
   entry.caption = caption;
@@ -17,58 +17,58 @@ ControlSpec Captioned(ControlKind kind, int id, const char* caption, RECT rect, 
   return entry;
 }
 
-ControlSpec Plain(ControlKind kind, int id, RECT rect, uint32_t styles) {
+ControlEntry Plain(ControlKind kind, int id, RECT rect, uint32_t styles) {
   return Captioned(kind, id, "", rect, 0, styles);
 }
 
 int Digits(int64_t value) { return static_cast<int>(std::to_string(value).size()); }
 }  // namespace
 
-ControlSpec Static(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+ControlEntry Static(int id, const char* caption, RECT rect, int text, uint32_t styles) {
   return Captioned(ControlKind::Static, id, caption, rect, text, styles);
 }
-ControlSpec Box(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+ControlEntry Box(int id, const char* caption, RECT rect, int text, uint32_t styles) {
   return Captioned(ControlKind::GroupBox, id, caption, rect, text, styles);
 }
-ControlSpec Button(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+ControlEntry Button(int id, const char* caption, RECT rect, int text, uint32_t styles) {
   return Captioned(ControlKind::PushButton, id, caption, rect, text, styles);
 }
-ControlSpec Check(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+ControlEntry Check(int id, const char* caption, RECT rect, int text, uint32_t styles) {
   return Captioned(ControlKind::CheckBox, id, caption, rect, text, styles);
 }
-ControlSpec Radio(int id, const char* caption, RECT rect, int text, uint32_t styles) {
+ControlEntry Radio(int id, const char* caption, RECT rect, int text, uint32_t styles) {
   return Captioned(ControlKind::RadioButton, id, caption, rect, text, styles);
 }
 
-ControlSpec Edit(int id, RECT rect, EditOptions options) {
-  ControlSpec entry = Plain(ControlKind::Edit, id, rect, options.styles);
+ControlEntry Edit(int id, RECT rect, EditOptions options) {
+  ControlEntry entry = Plain(ControlKind::Edit, id, rect, options.styles);
   entry.limit = options.limit;
   entry.minValue = options.min;
   entry.maxValue = options.max;
   return entry;
 }
 
-ControlSpec Number(int id, RECT rect, int64_t min, int64_t max, uint32_t styles) {
+ControlEntry Number(int id, RECT rect, int64_t min, int64_t max, uint32_t styles) {
   return Edit(id, rect, {Digits(max), styles | plat::style::Number, min, max});
 }
 
-ControlSpec Combo(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::ComboBox, id, rect, styles); }
-ControlSpec List(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::ListView, id, rect, styles); }
-ControlSpec Tree(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::TreeView, id, rect, styles); }
-ControlSpec Date(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::DatePicker, id, rect, styles); }
-ControlSpec Time(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::TimePicker, id, rect, styles); }
+ControlEntry Combo(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::ComboBox, id, rect, styles); }
+ControlEntry List(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::ListView, id, rect, styles); }
+ControlEntry Tree(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::TreeView, id, rect, styles); }
+ControlEntry Date(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::DatePicker, id, rect, styles); }
+ControlEntry Time(int id, RECT rect, uint32_t styles) { return Plain(ControlKind::TimePicker, id, rect, styles); }
 
-ControlSpec Spin(int id, RECT rect, int buddy, int64_t min, int64_t max) {
-  ControlSpec entry = Plain(ControlKind::Spin, id, rect, 0);
+ControlEntry Spin(int id, RECT rect, int buddy, int64_t min, int64_t max) {
+  ControlEntry entry = Plain(ControlKind::Spin, id, rect, 0);
   entry.buddy = buddy;
   entry.minValue = min;
   entry.maxValue = max;
   return entry;
 }
 
-ControlSpec SetButton(RECT rect) { return Button(ctl::Set, "设置", rect); }
-ControlSpec GetButton(RECT rect) { return Button(ctl::Get, "获取", rect); }
-ControlSpec CancelButton(RECT rect) { return Button(ctl::Cancel, "取消", rect); }
+ControlEntry SetButton(RECT rect) { return Button(ctl::Set, "设置", rect); }
+ControlEntry GetButton(RECT rect) { return Button(ctl::Get, "获取", rect); }
+ControlEntry CancelButton(RECT rect) { return Button(ctl::Cancel, "取消", rect); }
 }  // namespace row
 
 plat::DialogTemplate FitToPageArea(plat::DialogTemplate dialog) {
@@ -77,7 +77,7 @@ plat::DialogTemplate FitToPageArea(plat::DialogTemplate dialog) {
   if (sx == 1.0 && sy == 1.0) return dialog;
   const auto x = [&](int v) { return static_cast<int>(v * sx); };
   const auto y = [&](int v) { return static_cast<int>(v * sy); };
-  for (plat::ControlSpec& entry : dialog.controls) {
+  for (plat::ControlEntry& entry : dialog.controls) {
     entry.rect = {x(entry.rect.left), y(entry.rect.top), x(entry.rect.right), y(entry.rect.bottom)};
   }
   dialog.size = {x(dialog.size.cx), y(dialog.size.cy)};
@@ -92,7 +92,7 @@ plat::DialogTemplate Numbered(int id, SIZE size, const Sections& sections) {
   for (const auto& rows : sections) {
     if (std::empty(rows)) continue;
     ++section;
-    for (plat::ControlSpec entry : rows) {
+    for (plat::ControlEntry entry : rows) {
       entry.layoutGroup = section;
       dialog.controls.push_back(std::move(entry));
     }

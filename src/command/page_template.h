@@ -21,14 +21,14 @@
 #include "platform/dialog.h"
 
 namespace row {
-using plat::ControlSpec;
+using plat::ControlEntry;
 
 // Buttons, check boxes, radio buttons, statics and group boxes: a caption and its language id.
-ControlSpec Static(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
-ControlSpec Box(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
-ControlSpec Button(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
-ControlSpec Check(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
-ControlSpec Radio(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
+ControlEntry Static(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
+ControlEntry Box(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
+ControlEntry Button(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
+ControlEntry Check(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
+ControlEntry Radio(int id, const char* caption, RECT rect, int text = 0, uint32_t styles = 0);
 
 // An edit: its character limit, styles, and (when max > min) the range a typed number must keep.
 struct EditOptions {
@@ -37,28 +37,28 @@ struct EditOptions {
   int64_t min = 0;
   int64_t max = 0;
 };
-ControlSpec Edit(int id, RECT rect, EditOptions options = {});
+ControlEntry Edit(int id, RECT rect, EditOptions options = {});
 // A digits-only edit whose typed value stays in [min, max], as many characters as max has.
-ControlSpec Number(int id, RECT rect, int64_t min, int64_t max, uint32_t styles = 0);
+ControlEntry Number(int id, RECT rect, int64_t min, int64_t max, uint32_t styles = 0);
 
-ControlSpec Combo(int id, RECT rect, uint32_t styles = 0);
-ControlSpec List(int id, RECT rect, uint32_t styles = 0);
-ControlSpec Tree(int id, RECT rect, uint32_t styles = 0);
-ControlSpec Date(int id, RECT rect, uint32_t styles = 0);
-ControlSpec Time(int id, RECT rect, uint32_t styles = 0);
-ControlSpec Spin(int id, RECT rect, int buddy, int64_t min, int64_t max);
+ControlEntry Combo(int id, RECT rect, uint32_t styles = 0);
+ControlEntry List(int id, RECT rect, uint32_t styles = 0);
+ControlEntry Tree(int id, RECT rect, uint32_t styles = 0);
+ControlEntry Date(int id, RECT rect, uint32_t styles = 0);
+ControlEntry Time(int id, RECT rect, uint32_t styles = 0);
+ControlEntry Spin(int id, RECT rect, int buddy, int64_t min, int64_t max);
 
 // The page's own send buttons; the base writes their texts when it attaches the page.
-ControlSpec SetButton(RECT rect);
-ControlSpec GetButton(RECT rect);
-ControlSpec CancelButton(RECT rect);
+ControlEntry SetButton(RECT rect);
+ControlEntry GetButton(RECT rect);
+ControlEntry CancelButton(RECT rect);
 }  // namespace row
 
-using TemplateSection = std::initializer_list<plat::ControlSpec>;
+using TemplateSection = std::initializer_list<plat::ControlEntry>;
 // The template of a dialog: its size and its sections in display order.
 plat::DialogTemplate PageTemplate(int id, SIZE size, std::initializer_list<TemplateSection> sections);
 // The same from sections put together in code (shared rows, rows a page has only sometimes).
-using TemplateRows = std::vector<plat::ControlSpec>;
+using TemplateRows = std::vector<plat::ControlEntry>;
 plat::DialogTemplate PageTemplate(int id, SIZE size, const std::vector<TemplateRows>& sections);
 
 // The page area of the hosting windows: a page's template fits in it.

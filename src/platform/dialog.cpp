@@ -49,7 +49,7 @@ void SetObserver(std::function<void(Dialog&)> observer) { Observer() = std::move
 
 Dialog::~Dialog() { DestroyWindow(); }
 
-std::unique_ptr<Control> Dialog::MakeControl(const ControlSpec& entry) {
+std::unique_ptr<Control> Dialog::MakeControl(const ControlEntry& entry) {
   switch (entry.kind) {
     case ControlKind::Static:
     case ControlKind::GroupBox:
@@ -92,14 +92,14 @@ bool Dialog::CreateDlg(Window* parent) {
   if (!tmpl) return false;
   if (!Create(parent, 0, tmpl->caption, RECT{0, 0, tmpl->size.cx, tmpl->size.cy}, false)) return false;
   controls_.clear();  // those of an earlier creation went with its window
-  for (const ControlSpec& entry : tmpl->controls) {
+  for (const ControlEntry& entry : tmpl->controls) {
     std::unique_ptr<Control> control = MakeControl(entry);
     control->SetStyle(entry.styles);
     control->Create(this, entry.id, entry.caption, entry.rect, !(entry.styles & style::Hidden));
     control->EnableWindow(!(entry.styles & style::Disabled));
     controls_.push_back(std::move(control));
   }
-  for (const ControlSpec& entry : tmpl->controls) {
+  for (const ControlEntry& entry : tmpl->controls) {
     if (entry.kind == ControlKind::Spin && entry.buddy) Item<Spin>(entry.id)->SetBuddy(Item<Edit>(entry.buddy));
   }
   OnInitDialog();

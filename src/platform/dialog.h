@@ -20,7 +20,7 @@
 
 namespace plat {
 
-struct ControlSpec {
+struct ControlEntry {
   int id = 0;
   ControlKind kind = ControlKind::Static;
   std::string caption;  // default caption; pages overwrite it from the language table
@@ -38,7 +38,7 @@ struct DialogTemplate {
   int id = 0;
   std::string caption;
   SIZE size{};
-  std::vector<ControlSpec> controls;
+  std::vector<ControlEntry> controls;
 };
 
 // Templates by id; each dialog registers its own template beside its code.
@@ -99,7 +99,7 @@ class Dialog : public Window {
  protected:
   // Makes the control of a template entry; a dialog that uses a widget class
   // of its own for a control (a list that colours its rows) overrides it.
-  virtual std::unique_ptr<Control> MakeControl(const ControlSpec& entry);
+  virtual std::unique_ptr<Control> MakeControl(const ControlEntry& entry);
 
  private:
   int templateId_;

@@ -77,7 +77,7 @@ CResultListWindow::CResultListWindow(int templateId) : CDlgChildBase(templateId)
 
 CXListCtrl* CResultListWindow::ResultList() const { return Item<CXListCtrl>(resultlist::kListId); }
 
-std::unique_ptr<plat::Control> CResultListWindow::MakeControl(const plat::ControlSpec& entry) {
+std::unique_ptr<plat::Control> CResultListWindow::MakeControl(const plat::ControlEntry& entry) {
   if (entry.id == resultlist::kListId) return std::make_unique<CXListCtrl>();
   return CDlgChildBase::MakeControl(entry);
 }

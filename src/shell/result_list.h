@@ -41,5 +41,5 @@ class CResultListWindow : public CDlgChildBase {
 
  protected:
   BOOL OnInitDialog() override;
-  std::unique_ptr<plat::Control> MakeControl(const plat::ControlSpec& entry) override;
+  std::unique_ptr<plat::Control> MakeControl(const plat::ControlEntry& entry) override;
 };

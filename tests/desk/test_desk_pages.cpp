@@ -49,7 +49,7 @@ QStringList LayoutFaults(DeskFixture& desk, plat::Window& window) {
   const plat::DialogTemplate* tmpl = dialog ? plat::templates::Find(dialog->TemplateId()) : nullptr;
   if (!area || !tmpl) return faults;
   const auto groupOf = [&](int id) {
-    for (const plat::ControlSpec& entry : tmpl->controls) {
+    for (const plat::ControlEntry& entry : tmpl->controls) {
       if (entry.id == id) return entry.layoutGroup;
     }
     return 0;

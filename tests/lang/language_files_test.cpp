@@ -42,7 +42,7 @@ void AddValues(const std::string& block, std::set<int>& ids) {
 std::set<int> UsedIds() {
   std::set<int> used;
   for (const plat::DialogTemplate* dialog : plat::templates::All()) {
-    for (const plat::ControlSpec& row : dialog->controls) {
+    for (const plat::ControlEntry& row : dialog->controls) {
       if (row.textId != 0) used.insert(row.textId);
     }
   }

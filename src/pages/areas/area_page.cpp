@@ -40,7 +40,7 @@ plat::DialogTemplate CAreaPageBase::MakeTemplate(const Shape& shape, const char*
   using namespace row;
   namespace style = plat::style;
   constexpr uint32_t kHidden = style::Hidden;
-  std::vector<plat::ControlSpec> setup, radius;
+  std::vector<plat::ControlEntry> setup, radius;
   if (shape.hasSetup) {
     setup = {Box(kSetupGroup, "设置属性", {10, 5, 750, 45}, kTextSetup, style::Group),
              Radio(kRadioUpdate, "更新区域", {20, 20, 160, 40}, kTextUpdate, style::Group),
@@ -52,7 +52,7 @@ plat::DialogTemplate CAreaPageBase::MakeTemplate(const Shape& shape, const char*
               Edit(kRadiusEdit, {115, 243, 260, 265}, {.limit = kRadiusChars, .styles = style::Number}),
               Static(kRadiusUnit, "(米)", {265, 245, 330, 265}, kTextMetres)};
   }
-  const std::vector<plat::ControlSpec> attributes = {
+  const std::vector<plat::ControlEntry> attributes = {
       Box(kAttrGroup, "区域属性", {10, 50, 750, 180}, kTextAttributes, style::Group),
       Check(kCheckByTime, "根据时间", {20, 70, 190, 90}, 12401),
       Check(kCheckSpeedLimit, "限速", {200, 70, 370, 90}, 12309),
@@ -67,19 +67,19 @@ plat::DialogTemplate CAreaPageBase::MakeTemplate(const Shape& shape, const char*
       Check(kCheckGnss, "采集GNSS详细定位数据", {380, 130, 560, 150}, 12619),
       Check(kCheckBan, "禁运(山区公路禁行)", {570, 130, 740, 150}, kTextBan),
       Check(kCheckOverspeed, area::kOverspeedControlText, {570, 130, 740, 150}, 0, kHidden)};
-  const std::vector<plat::ControlSpec> item = {
+  const std::vector<plat::ControlEntry> item = {
       Box(kItemGroup, "区域项", {10, 185, 750, 400}, kTextItem, style::Group),
       Static(kIdLabel, "区域ID", {20, 210, 110, 230}, kTextAreaId),
       Edit(kIdEdit, {115, 208, 260, 230}, {.limit = kIdChars, .styles = style::Number}),
       Static(kCentreLabel, "区域中心", {280, 210, 370, 230}, kTextCentre),
       Button(kPickButton, pickCaption, {375, 206, 540, 232}, kTextPick),
       Static(kProgress, "", {560, 210, 740, 230})};
-  const std::vector<plat::ControlSpec> times = {
+  const std::vector<plat::ControlEntry> times = {
       Static(kStartLabel, "开始时间", {20, 280, 110, 300}, kTextStart), Date(kStartDate, {115, 278, 250, 300}),
       Time(kStartTime, {255, 278, 360, 300}), Check(kEveryDay, "每天", {380, 280, 480, 300}, kTextEveryDay),
       Static(kEndLabel, "结束时间", {20, 310, 110, 330}, kTextEnd), Date(kEndDate, {115, 308, 250, 330}),
       Time(kEndTime, {255, 308, 360, 330})};
-  const std::vector<plat::ControlSpec> speeds = {
+  const std::vector<plat::ControlEntry> speeds = {
       Static(kSpeedLabel, "最高速度", {20, 340, 110, 360}, kTextMaxSpeed),
       Number(kSpeedEdit, {115, 338, 200, 360}, 0, kSpeedMax),
       Static(kDurationLabel, "持续时间", {220, 340, 310, 360}, kTextDuration),
@@ -90,7 +90,7 @@ plat::DialogTemplate CAreaPageBase::MakeTemplate(const Shape& shape, const char*
       Static(kNightUnit, "(公里/小时)", {205, 370, 300, 390}, 0, kHidden),
       Static(kNameLabel, "区域名称", {320, 370, 410, 390}, kTextAreaName, kHidden),
       Edit(kNameEdit, {415, 368, 740, 390}, {.limit = kNameChars, .styles = kHidden})};
-  const std::vector<plat::ControlSpec> mountain = {
+  const std::vector<plat::ControlEntry> mountain = {
       Box(kMountainGroup, "山区公路禁行信息", {10, 405, 380, 490}, kTextMountain, style::Group | kHidden),
       Static(kDrivingSpeedLabel, "行车速度", {20, 430, 110, 450}, kTextDrivingSpeed, kHidden),
       Number(kDrivingSpeedEdit, {115, 428, 190, 450}, 0, kSpeedMax, kHidden),
@@ -100,13 +100,13 @@ plat::DialogTemplate CAreaPageBase::MakeTemplate(const Shape& shape, const char*
       Number(kDrivingTimeEdit, {115, 458, 190, 480}, 0, kDrivingTimeMax, kHidden),
       Static(kDrivingTimeRange, "(0~65535)", {195, 460, 275, 480}, 0, kHidden),
       Static(kDrivingTimeUnit, "(分钟)", {280, 460, 370, 480}, 0, kHidden)};
-  const std::vector<plat::ControlSpec> types = {
+  const std::vector<plat::ControlEntry> types = {
       Box(kTypeGroup, "区域类型", {390, 405, 750, 490}, 0, style::Group | kHidden),
       Static(kAreaTypeLabel, "区域类型", {400, 430, 480, 450}, 0, kHidden),
       Combo(kAreaTypeCombo, {485, 428, 740, 600}, kHidden),
       Static(kUnloadTypeLabel, "卸载类型", {400, 460, 480, 480}, 0, kHidden),
       Combo(kUnloadTypeCombo, {485, 458, 740, 630}, kHidden)};
-  const std::vector<plat::ControlSpec> buttons = {SetButton({560, 500, 650, 528}), CancelButton({660, 500, 750, 528})};
+  const std::vector<plat::ControlEntry> buttons = {SetButton({560, 500, 650, 528}), CancelButton({660, 500, 750, 528})};
 
   return FitToPageArea(PageTemplate(shape.templateId, {760, 540},
                                     std::vector<TemplateRows>{setup, attributes, item, radius, times, speeds,

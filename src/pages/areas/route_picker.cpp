@@ -86,8 +86,8 @@ plat::DialogTemplate CDlgThreadInfo::Layout() {
         Button(kCancel, "取消", {800, 480, 890, 508}, kTextCancel)}});
   for (int i = 0; i < kFields; ++i) {
     const int x = 10 + (i % 6) * 145, y = 355 + (i / 6) * 45;
-    plat::ControlSpec label = Static(kFirstLabel + i, "", {x, y, x + 140, y + 18}, kPointFields[i].title);
-    plat::ControlSpec edit = Edit(kFirstEdit + i, {x, y + 18, x + 140, y + 40}, {.limit = 12});
+    plat::ControlEntry label = Static(kFirstLabel + i, "", {x, y, x + 140, y + 18}, kPointFields[i].title);
+    plat::ControlEntry edit = Edit(kFirstEdit + i, {x, y + 18, x + 140, y + 40}, {.limit = 12});
     label.layoutGroup = edit.layoutGroup = 5;
     dialog.controls.push_back(label);
     dialog.controls.push_back(edit);

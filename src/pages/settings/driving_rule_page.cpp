@@ -59,7 +59,7 @@ CDrivingRulePage::CDrivingRulePage(int templateId, Setup setup) : CBaseDlg(templ
 }
 
 plat::DialogTemplate CDrivingRulePage::MakeTemplate(int id, const Captions& c,
-                                                   std::initializer_list<plat::ControlSpec> numbers) {
+                                                   std::initializer_list<plat::ControlEntry> numbers) {
   using namespace row;
   return PageTemplate(
       id, {600, 240},

@@ -54,7 +54,7 @@ class CDrivingRulePage : public CBaseDlg {
   };
   // The template: the shared rows, the page's number rows, the buttons.
   static plat::DialogTemplate MakeTemplate(int id, const Captions& captions,
-                                           std::initializer_list<plat::ControlSpec> numbers);
+                                           std::initializer_list<plat::ControlEntry> numbers);
 
   void OnInitPage() override;
   // Collects the entered rule from the controls; shows the tip and returns false when refused.

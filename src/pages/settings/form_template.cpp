@@ -6,8 +6,8 @@ constexpr int kLabelLeft = 20, kLabelRight = 190, kInputLeft = 200, kInputRight 
               kHintRight = 590;
 }  // namespace
 
-plat::DialogTemplate FormTemplate(int id, const std::vector<plat::ControlSpec>& head, int firstTop,
-                                  const std::vector<FormRow>& rows, std::vector<plat::ControlSpec> buttons) {
+plat::DialogTemplate FormTemplate(int id, const std::vector<plat::ControlEntry>& head, int firstTop,
+                                  const std::vector<FormRow>& rows, std::vector<plat::ControlEntry> buttons) {
   std::vector<TemplateRows> sections{head};
   int top = firstTop;
   for (const FormRow& r : rows) {
@@ -21,7 +21,7 @@ plat::DialogTemplate FormTemplate(int id, const std::vector<plat::ControlSpec>& 
     top += kRowHeight;
   }
   top += kMargin;
-  for (plat::ControlSpec& button : buttons) {
+  for (plat::ControlEntry& button : buttons) {
     const int width = button.rect.right - button.rect.left;
     button.rect.top = top, button.rect.bottom = top + kButtonHeight;
     button.rect.right = button.rect.left + width;

@@ -11,7 +11,7 @@ struct FormRow {
   int label;            // the caption's control id
   const char* caption;  // Chinese default caption
   int text;             // the caption's language id
-  plat::ControlSpec input;  // made with the row makers; its rectangle is set by the layout
+  plat::ControlEntry input;  // made with the row makers; its rectangle is set by the layout
   int hint = 0;         // the hint's control id (0: none)
   const char* hintCaption = "";
   int hintText = 0;
@@ -19,5 +19,5 @@ struct FormRow {
 
 // head: controls above the fields (a frame, radio buttons), already placed, in
 // one section; buttons: the send buttons, placed below the fields.
-plat::DialogTemplate FormTemplate(int id, const std::vector<plat::ControlSpec>& head, int firstTop,
-                                  const std::vector<FormRow>& rows, std::vector<plat::ControlSpec> buttons);
+plat::DialogTemplate FormTemplate(int id, const std::vector<plat::ControlEntry>& head, int firstTop,
+                                  const std::vector<FormRow>& rows, std::vector<plat::ControlEntry> buttons);

@@ -36,7 +36,7 @@ struct NumberRow {
   int label;
   const char* caption;
   int text;
-  plat::ControlSpec edit;
+  plat::ControlEntry edit;
   int hint;
   const char* hintCaption;
   int hintText;

@@ -33,7 +33,7 @@ plat::DialogTemplate CRecorderTimePage::MakeTemplate(int templateId, int frameTe
                         Static(kTimeCaption, "时间", {-130, -100, -70, -80}, kTextTime, style::Hidden)},
                        {GetButton({400, 160, 490, 188}), SetButton({500, 160, 590, 188})}});
   if (buttons == Buttons::kSetOnly) {
-    std::erase_if(dialog.controls, [](const plat::ControlSpec& entry) { return entry.id == ctl::Get; });
+    std::erase_if(dialog.controls, [](const plat::ControlEntry& entry) { return entry.id == ctl::Get; });
   }
   return dialog;
 }

@@ -36,13 +36,13 @@ constexpr const char *kType = "SETP", *kContacts = "PHIT", *kFlag = "Flag", *kPh
 }  // namespace key
 
 // Puts controls right after another control of a template, in its layout group.
-void InsertAfter(plat::DialogTemplate& dialog, int anchor, std::initializer_list<plat::ControlSpec> specs) {
+void InsertAfter(plat::DialogTemplate& dialog, int anchor, std::initializer_list<plat::ControlEntry> added) {
   auto it = std::find_if(dialog.controls.begin(), dialog.controls.end(),
-                         [anchor](const plat::ControlSpec& entry) { return entry.id == anchor; });
+                         [anchor](const plat::ControlEntry& entry) { return entry.id == anchor; });
   if (it == dialog.controls.end()) return;
   const int group = it->layoutGroup;
-  std::vector<plat::ControlSpec> placed(specs);
-  for (plat::ControlSpec& entry : placed) entry.layoutGroup = group;
+  std::vector<plat::ControlEntry> placed(added);
+  for (plat::ControlEntry& entry : placed) entry.layoutGroup = group;
   dialog.controls.insert(it + 1, placed.begin(), placed.end());
 }
 

@@ -8,8 +8,8 @@
 #include "host/ref/hostref.h"
 #include "host/ref/run/terminals.h"
 #include "pages/alarms/alarm_fixture.h"
-#include "pages/regional/inspection.h"
-#include "pages/regional/inspection_settings.h"
+#include "pages/regional/check_post_answer.h"
+#include "pages/regional/platform_check.h"
 #include "support/page_fixture.h"
 #include "support/page_harness.h"
 

@@ -1,5 +1,5 @@
 // The check-post answer page: its template, checks and acknowledgement record.
-#include "pages/regional/inspection.h"
+#include "pages/regional/check_post_answer.h"
 
 #include "command/page_registry.h"
 #include "command/page_template.h"

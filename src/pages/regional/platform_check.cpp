@@ -1,5 +1,5 @@
 // The inspection settings pages: one template, two senders.
-#include "pages/regional/inspection_settings.h"
+#include "pages/regional/platform_check.h"
 
 #include "command/page_registry.h"
 #include "command/page_template.h"
