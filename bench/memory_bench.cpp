@@ -8,13 +8,10 @@
 //   outstanding request   100 requests out, their answers held: the plug-in's request
 //                         records against the host's channels and its record of what was sent
 //   host per request      the same channels opened directly through the host's functions
-#include <malloc.h>
 
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -24,36 +21,7 @@
 #include "host/hostnet.h"
 #include "host/ref/hostref.h"
 #include "platform/dialog.h"
-
-namespace {
-std::atomic<long long> g_live{0};
-
-void* Allocate(std::size_t size) {
-  void* p = std::malloc(size ? size : 1);
-  if (!p) throw std::bad_alloc();
-  g_live.fetch_add(static_cast<long long>(malloc_usable_size(p)), std::memory_order_relaxed);
-  return p;
-}
-void Release(void* p) noexcept {
-  if (!p) return;
-  g_live.fetch_sub(static_cast<long long>(malloc_usable_size(p)), std::memory_order_relaxed);
-  std::free(p);
-}
-}  // namespace
-
-void* operator new(std::size_t size) { return Allocate(size); }
-void* operator new[](std::size_t size) { return Allocate(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  try {
-    return Allocate(size);
-  } catch (...) {
-    return nullptr;
-  }
-}
-void operator delete(void* p) noexcept { Release(p); }
-void operator delete[](void* p) noexcept { Release(p); }
-void operator delete(void* p, std::size_t) noexcept { Release(p); }
-void operator delete[](void* p, std::size_t) noexcept { Release(p); }
+#include "support/heap_count.h"
 
 namespace {
 
@@ -77,8 +45,6 @@ class BenchPage : public CBaseDlg {
   }
 };
 
-long long Live() { return g_live.load(); }
-
 void CALLBACK Ignore(int32_t, const char*, void*) {}
 
 }  // namespace
@@ -97,18 +63,18 @@ int main() {
     page.CreateDlg(&host);
     HostPage(page, &host.list, -1, PageButtons::kWindow);
     page.PickerMode = TRUE;
-    const long long beforeAnswer = Live();
+    const long long beforeAnswer = heapcount::Live();
     hostref::SetPickerAnswer(world.devices);
-    const long long answer = Live() - beforeAnswer;  // the host's copy, freed when the picker answers
-    const long long beforeQueue = Live();
+    const long long answer = heapcount::Live() - beforeAnswer;  // the host's copy, freed when the picker answers
+    const long long beforeQueue = heapcount::Live();
     page.Send();  // fills the queue; the first round leaves a second later
-    queued = static_cast<double>(Live() - beforeQueue + answer) / kDevices;
+    queued = static_cast<double>(heapcount::Live() - beforeQueue + answer) / kDevices;
 
     // The first round: kMaxOutstanding requests out, every answer held.
-    const long long beforeSend = Live();
+    const long long beforeSend = heapcount::Live();
     world.clock.Advance(CBaseDlg::kFirstSendDelayMs);
     plat::MessageLoop::Instance().RunPending();
-    const long long afterSend = Live();
+    const long long afterSend = heapcount::Live();
     const size_t out = page.OutstandingCount();
     if (out == 0) {
       std::printf("no request went out\n");
@@ -128,14 +94,14 @@ int main() {
   const std::string envelope = R"({"Command":33536,"DevIDNO":"100001","Session":"5f2c9a01d3e84b7690a1c2e3f4a5b6c7"})";
   const std::string param = R"({"Flag":12,"TextInfo":"Depot closes at 18:00","TextType":1})";
   std::vector<NETHANDLE> handles(kChannels);
-  const long long beforeHost = Live();
+  const long long beforeHost = heapcount::Live();
   for (int i = 0; i < kChannels; ++i) {
     const std::string devIdno = std::to_string(bench::kFirstDevice + i);
     NETCLIENT_MNOpenNormalCmd(&handles[i], devIdno.c_str(), envelope.c_str(), param.c_str());
     NETCLIENT_MNSetNormalCmdCB(handles[i], nullptr, &Ignore);
     NETCLIENT_MNStartNormalCmd(handles[i]);
   }
-  const long long afterHost = Live();
+  const long long afterHost = heapcount::Live();
   const double host = static_cast<double>(afterHost - beforeHost) / kChannels;
   for (NETHANDLE handle : handles) NETCLIENT_MNCloseNormalCmd(handle);
   hostref::net::SetHeld(false);

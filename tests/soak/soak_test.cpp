@@ -33,7 +33,7 @@
 #include "platform/clock.h"
 #include "platform/controls.h"
 #include "platform/loop.h"
-#include "soak/heap_count.h"
+#include "support/heap_count.h"
 #include "text/encoding.h"
 
 namespace {

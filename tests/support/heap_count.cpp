@@ -1,4 +1,4 @@
-#include "soak/heap_count.h"
+#include "support/heap_count.h"
 
 #include <malloc.h>
 

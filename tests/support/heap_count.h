@@ -1,4 +1,4 @@
-// Every operator new and delete of the soak program is counted (the plug-in's
+// Every operator new and delete of a program that links this is counted (the plug-in's
 // too, since the program's operators take its place): the bytes live now and
 // the most live since the last reset of the peak.
 #pragma once
