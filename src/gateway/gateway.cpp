@@ -8,6 +8,7 @@
 #include <set>
 #include <thread>
 #include <unordered_map>
+#include <utility>
 
 #include <asio.hpp>
 
@@ -64,6 +65,37 @@ void Spawn(asio::io_context& io, awaitable<void> body, const char* what) {
     }
   });
 }
+
+// Messages waiting for one connection's socket, written in order by one
+// writer at a time.
+template <class Buffer>
+struct Outbox {
+  std::deque<Buffer> queue;
+  bool writing = false;
+
+  // Queues a message; true when no writer runs, so the caller starts one.
+  bool Push(Buffer message) {
+    queue.push_back(std::move(message));
+    return !std::exchange(writing, true);
+  }
+
+  // The writer: the queued messages in order, until the queue is empty or the
+  // connection closed; a failed write closes the connection.
+  template <class Connection>
+  awaitable<void> Drain(Connection& connection, tcp::socket& socket, const bool& closed) {
+    while (!queue.empty() && !closed) {
+      const Buffer out = std::move(queue.front());
+      queue.pop_front();
+      std::error_code ec;
+      co_await asio::async_write(socket, asio::buffer(out), asio::redirect_error(use_awaitable, ec));
+      if (ec) {
+        connection.Close();
+        break;
+      }
+    }
+    writing = false;
+  }
+};
 
 class Session;
 class ControlConnection;
@@ -169,11 +201,9 @@ class Session : public std::enable_shared_from_this<Session> {
     const uint16_t first = serial_;
     serial_ = static_cast<uint16_t>(serial_ + frames.size());
     gw_.Count([&](Counters& c) { c.framesOut += frames.size(); });
-    for (Bytes& frame : frames) outbox_.push_back(std::move(frame));
-    if (!writing_ && !closed_) {
-      writing_ = true;
-      Spawn(gw_.io, Write(shared_from_this()), "terminal write");
-    }
+    bool start = false;
+    for (Bytes& frame : frames) start |= outbox_.Push(std::move(frame));
+    if (start && !closed_) Spawn(gw_.io, Write(shared_from_this()), "terminal write");
     return first;
   }
 
@@ -234,18 +264,9 @@ class Session : public std::enable_shared_from_this<Session> {
     }
   }
 
+  // self keeps the session alive while it writes.
   awaitable<void> Write([[maybe_unused]] std::shared_ptr<Session> self) {
-    while (!outbox_.empty() && !closed_) {
-      const auto out = std::move(outbox_.front());
-      outbox_.pop_front();
-      std::error_code ec;
-      co_await asio::async_write(socket_, asio::buffer(out), asio::redirect_error(use_awaitable, ec));
-      if (ec) {
-        Close();
-        break;
-      }
-    }
-    writing_ = false;
+    co_await outbox_.Drain(*this, socket_, closed_);
   }
 
   std::string Name() const { return (phone_.empty() ? std::string("?") : phone_) + " (" + peer_ + ")"; }
@@ -337,8 +358,7 @@ class Session : public std::enable_shared_from_this<Session> {
   bool authenticated_ = false;
   bool closed_ = false;
   uint16_t serial_ = 0;
-  std::deque<Bytes> outbox_;
-  bool writing_ = false;
+  Outbox<Bytes> outbox_;
 };
 
 // One host's connection to the control port: lines in, lines out.
@@ -352,11 +372,7 @@ class ControlConnection : public std::enable_shared_from_this<ControlConnection>
   void Send(std::string line) {
     if (closed_) return;
     line.push_back('\n');
-    outbox_.push_back(std::move(line));
-    if (!writing_) {
-      writing_ = true;
-      Spawn(gw_.io, Write(shared_from_this()), "control write");
-    }
+    if (outbox_.Push(std::move(line))) Spawn(gw_.io, Write(shared_from_this()), "control write");
   }
 
   void Close() {
@@ -392,26 +408,16 @@ class ControlConnection : public std::enable_shared_from_this<ControlConnection>
     Close();
   }
 
+  // self keeps the connection alive while it writes.
   awaitable<void> Write([[maybe_unused]] std::shared_ptr<ControlConnection> self) {
-    while (!outbox_.empty() && !closed_) {
-      const auto out = std::move(outbox_.front());
-      outbox_.pop_front();
-      std::error_code ec;
-      co_await asio::async_write(socket_, asio::buffer(out), asio::redirect_error(use_awaitable, ec));
-      if (ec) {
-        Close();
-        break;
-      }
-    }
-    writing_ = false;
+    co_await outbox_.Drain(*this, socket_, closed_);
   }
 
   Gateway::Impl& gw_;
   tcp::socket socket_;
   uint64_t number_;
   std::string peer_;
-  std::deque<std::string> outbox_;
-  bool writing_ = false;
+  Outbox<std::string> outbox_;
   bool closed_ = false;
 };
 
