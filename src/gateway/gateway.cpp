@@ -210,15 +210,17 @@ class Session : public std::enable_shared_from_this<Session> {
   void Close() {
     if (closed_) return;
     closed_ = true;
-    std::error_code ignored;
-    socket_.shutdown(tcp::socket::shutdown_both, ignored);
-    socket_.close(ignored);
     silence_.cancel();
     if (authenticated_) {
       authenticated_ = false;
       gw_.OnOffline(shared_from_this());
     }
     gw_.OnClosed(shared_from_this());
+    // Last, so that a terminal that sees its connection end finds the
+    // gateway's counters and sessions already without it.
+    std::error_code ignored;
+    socket_.shutdown(tcp::socket::shutdown_both, ignored);
+    socket_.close(ignored);
   }
 
   const std::string& Phone() const { return phone_; }
