@@ -47,7 +47,10 @@ plat::DialogTemplate CAttrQueryPage::MakeTemplate(int templateId) {
 std::string CAttrQueryPage::Block(const std::string& vehicle, std::initializer_list<Field> fields,
                                   LastLineBreak lastBreak) {
   std::string text = VehicleLine(vehicle);
-  for (const Field& field : fields) text += kLineBreak + FormatChineseColon(LanguageText(field.label), field.value);
+  for (const Field& field : fields) {
+    text += kLineBreak;
+    text += FormatChineseColon(LanguageText(field.label), field.value);
+  }
   if (lastBreak == LastLineBreak::kYes) text += kLineBreak;
   return text;
 }

@@ -3,7 +3,6 @@
 // type and the GNSS and communication modules.
 #include "pages/settings/query_device_attr.h"
 
-#include <cstdio>
 
 #include "command/page_registry.h"
 #include "host/hostcore.h"
@@ -49,13 +48,12 @@ constexpr const char* kBitSeparator = "\r\n\t";
 
 // One entry per listed bit: "state label", or the state alone.
 template <size_t N>
-std::string BitText(const Json::Value& reply, const char* member, const Bit (&bits)[N]) {
-  const int value = txt::JsonMemberInt(reply, member, 0);
+std::string BitText(int value, const Bit (&bits)[N]) {
   std::string text;
   for (const Bit& b : bits) {
-    std::string entry = LanguageText((value >> b.bit) & 1 ? b.states.set : b.states.clear);
-    if (b.label != kNoLabel) entry += " " + LanguageText(b.label);
-    AddStringStatus(text, entry, kBitSeparator);
+    if (!text.empty()) text += kBitSeparator;
+    text += LanguageText((value >> b.bit) & 1 ? b.states.set : b.states.clear);
+    if (b.label != kNoLabel) text += ' ' + LanguageText(b.label);
   }
   return text;
 }
@@ -76,26 +74,41 @@ std::string Iccid(const Json::Value& reply) {
   if (!bcd.empty()) return bcd;
   std::string raw = RecordBytes(reply, key::kSim);
   raw.resize(kIccidBytes, '\0');
+  static constexpr char kDigits[] = "0123456789ABCDEF";
   std::string hex;
+  hex.reserve(2 * kIccidBytes);
   for (char byte : raw) {
-    char digits[3];
-    std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(byte));
-    hex += digits;
+    const auto value = static_cast<unsigned char>(byte);
+    hex += kDigits[value >> 4];
+    hex += kDigits[value & 0x0F];
   }
   return hex;
 }
+
+// The bit list of a reply member, kept for the rest of the query: a fleet's
+// terminals are of a few models, so the same lists come back reply after reply.
+template <size_t N>
+const std::string& BitList(C::BitLists& kept, const Json::Value& reply, const char* member, const Bit (&bits)[N]) {
+  const int value = txt::JsonMemberInt(reply, member, 0);
+  const auto key = std::make_pair(member, value);
+  auto found = kept.find(key);
+  if (found != kept.end()) return found->second;
+  if (kept.size() >= C::kMaxKeptBitLists) kept.clear();
+  return kept.emplace(key, BitText(value, bits)).first->second;
+}
 }  // namespace
+
 
 std::string CDlgQueryDeviceAttr::ReplyBlock(const Json::Value& reply, const std::string& vehicle) {
   return Block(vehicle,
-               {{C::kLabelType, BitText(reply, key::kType, kTypeBits)},
+               {{C::kLabelType, BitList(bitLists_, reply, key::kType, kTypeBits)},
                 {C::kLabelMaker, TerminalText(reply, key::kMaker)},
                 {C::kLabelModel, TerminalText(reply, key::kModel)},
                 {C::kLabelTerminalId, TerminalText(reply, key::kTerminalId)},
                 {C::kLabelIccid, Iccid(reply)},
                 {C::kLabelHardware, TerminalText(reply, key::kHardware)},
                 {C::kLabelFirmware, TerminalText(reply, key::kFirmware)},
-                {C::kLabelGnss, BitText(reply, key::kGnss, kGnssBits)},
-                {C::kLabelComm, BitText(reply, key::kComm, kCommBits)}},
+                {C::kLabelGnss, BitList(bitLists_, reply, key::kGnss, kGnssBits)},
+                {C::kLabelComm, BitList(bitLists_, reply, key::kComm, kCommBits)}},
                LastLineBreak::kNo);
 }

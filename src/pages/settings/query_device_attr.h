@@ -3,6 +3,10 @@
 // one block of text per answering device. A new query empties the text box.
 #pragma once
 
+#include <map>
+#include <string>
+#include <utility>
+
 #include "pages/settings/attr_query_page.h"
 
 class CDlgQueryDeviceAttr : public CAttrQueryPage {
@@ -20,10 +24,21 @@ class CDlgQueryDeviceAttr : public CAttrQueryPage {
     kBitGprs = 13626, kBitCdma = 13627, kBitTdScdma = 13628, kBitWcdma = 13629, kBitCdma2000 = 13630,
     kBitTdLte = 13631, kBitOther = 13633,
   };
+  // Bit lists already written in this query, by reply member and value; at
+  // most kMaxKeptBitLists are kept, so replies of ever new values cost no more.
+  using BitLists = std::map<std::pair<const char*, int>, std::string>;
+  static constexpr size_t kMaxKeptBitLists = 64;
+
   static plat::DialogTemplate Layout() { return MakeTemplate(kTemplate); }
   CDlgQueryDeviceAttr() : CAttrQueryPage(kTemplate, kCommand) {}
 
  protected:
   std::string ReplyBlock(const Json::Value& reply, const std::string& vehicle) override;
-  void BeforeQuery() override { SetItemText(kResultText, ""); }
+  void BeforeQuery() override {
+    SetItemText(kResultText, "");
+    bitLists_.clear();
+  }
+
+ private:
+  BitLists bitLists_;
 };

@@ -96,6 +96,32 @@ TEST_F(AttrQueryTest, ReplyValues) {
   }
 }
 
+// Bit lists are written once per value in a query and kept: every block of a
+// query whose replies mix more values than are kept, some repeated, equals the
+// block that value gives alone. (One hundred replies: all sent before the first is released.)
+TEST_F(AttrQueryTest, MixedValuesInOneQuery) {
+  const int kinds = static_cast<int>(CDlgQueryDeviceAttr::kMaxKeptBitLists) + 6;
+  const int devices = 100;
+  ASSERT_TRUE(hostref::LoadFleet(fixture::PlainFleet(devices)));
+  std::vector<std::string> replies, alone;
+  for (int i = 0; i < devices; ++i) {
+    const int value = (i * 37) % kinds;
+    replies.push_back(R"({"DTYPE":)" + std::to_string(value) + R"(,"GNSSA":)" + std::to_string(value % 16) + "}");
+    CDlgQueryDeviceAttr single;
+    alone.push_back(Query(single, {replies.back()}));
+  }
+  CDlgQueryDeviceAttr page;
+  const std::string text = Query(page, replies);
+  size_t at = 0;
+  for (size_t i = 0; i < replies.size(); ++i) {
+    const std::string block = alone[i].substr(alone[i].find("\r\n"));  // without the vehicle line
+    const size_t found = text.find(block, at);
+    ASSERT_NE(found, std::string::npos) << "reply " << i << ": " << replies[i];
+    at = found + block.size();
+  }
+  EXPECT_EQ(at, text.size());
+}
+
 // Not JSON, not an object, a non-zero "Error" or "result": the failed block, appended in reply order.
 TEST_F(AttrQueryTest, BlocksAppendUntilADeviceAttributeQuery) {
   ASSERT_TRUE(hostref::LoadFleet(R"({"vehicles":[{"name":"V1","devices":[{"id":1,"idno":"91001"}]},
