@@ -78,7 +78,9 @@ std::string CDlgQueryAreaAndLine::GetParamDescription() {
 }
 
 void CDlgQueryAreaAndLine::Append(const std::string& text) {
-  AppendText(kReplyBox, (GetItemText(kReplyBox).empty() ? "" : kBlockSeparator) + text);
+  // The box's length, not a copy of its text: the box grows with every answer.
+  const auto* box = Item<plat::Edit>(kReplyBox);
+  AppendText(kReplyBox, (box && box->GetWindowTextLength() > 0 ? kBlockSeparator : "") + text);
 }
 
 void CDlgQueryAreaAndLine::OnAnswer(CommandRequest& request, const Json::Value& reply) {
