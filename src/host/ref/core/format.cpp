@@ -65,7 +65,11 @@ HostTexts& Texts() {
 }  // namespace
 
 std::string FormatChineseColon(const std::string& label, const std::string& value) {
-  return label + kFullWidthColon + value;
+  constexpr size_t kColonBytes = std::char_traits<char>::length(kFullWidthColon);
+  std::string text;
+  text.reserve(label.size() + kColonBytes + value.size());
+  text.append(label).append(kFullWidthColon, kColonBytes).append(value);
+  return text;
 }
 
 void AddStringStatus(std::string& status, const std::string& item, const std::string& separator) {
