@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <cstring>
 #include <thread>
 #include <vector>
@@ -140,26 +143,37 @@ TEST_F(AlarmService, HeldAnswersComeInOrderAndAReleasedHandleGetsNone) {
 // a callback still running, or entered later, writes into freed memory (sanitizers report it).
 TEST_F(AlarmService, NoCallbackAfterReleaseWhileAnswersRace) {
   constexpr int kRequests = 1000;
-  std::atomic<int> delivered{0};
+  // How many answers arrived, and a signal at each.
+  struct Delivered {
+    std::mutex lock;
+    std::condition_variable arrived;
+    int count = 0;
+  } delivered;
   struct Slot {
     int32_t result;
-    std::atomic<int>* delivered;
+    Delivered* delivered;
   };
   auto write = [](void* message, void* user) {
     auto* slot = static_cast<Slot*>(user);
     slot->result = NETCLIENT_MCMsgResult(message);
     NETCLIENT_MCReleaseMsg(message);
-    slot->delivered->fetch_add(1);
+    std::lock_guard lock(slot->delivered->lock);
+    ++slot->delivered->count;
+    slot->delivered->arrived.notify_all();
   };
   const auto record = RecordFor(kAck809RecordSize, 0, "1");
   for (int i = 0; i < kRequests; ++i) {
     auto* slot = new Slot{-1, &delivered};
+    std::unique_lock lock(delivered.lock);
+    const int before = delivered.count;
+    lock.unlock();
     NETHANDLE handle = 0;
     ASSERT_EQ(NETCLIENT_MCAck809Platform(record.data(), slot, write, &handle), 0);
     if (i % 100 == 0) {
       // Now and then the answer is let through before the release, so some answers always arrive.
-      const int before = delivered.load();
-      for (int spins = 0; delivered.load() == before && spins < 10'000'000; ++spins) std::this_thread::yield();
+      lock.lock();
+      delivered.arrived.wait_for(lock, std::chrono::seconds(10), [&] { return delivered.count != before; });
+      lock.unlock();
     } else if (i % 2) {
       std::this_thread::yield();
     }
@@ -167,7 +181,8 @@ TEST_F(AlarmService, NoCallbackAfterReleaseWhileAnswersRace) {
     delete slot;
   }
   net::WaitIdle();
-  EXPECT_GT(delivered.load(), 0) << "no answer raced with its release";
+  std::lock_guard lock(delivered.lock);
+  EXPECT_GT(delivered.count, 0) << "no answer raced with its release";
 }
 
 TEST(AlarmHandleLog, ReleasedEntriesAreKeptInOrder) {
